@@ -1,0 +1,43 @@
+#include "base/TextClasses.h"
+
+#include <QStringView>
+#include <QTextBoundaryFinder>
+#include <algorithm>
+
+bool isAlphanumeric(char32_t character)
+{
+    return QChar::isLetterOrNumber(character) || QChar::isMark(character);
+}
+
+bool isHorizontalSpace(char32_t character)
+{
+    return character == U'\t' || QChar::category(character) == QChar::Separator_Space;
+}
+
+QString trimmedHorizontally(const QString &text)
+{
+    // Every space separator lies in the basic plane, so code units serve as characters here.
+    const auto isSpace = [](QChar c) { return isHorizontalSpace(c.unicode()); };
+    const auto first = std::find_if_not(text.begin(), text.end(), isSpace);
+    const auto last = std::find_if_not(text.rbegin(), std::make_reverse_iterator(first), isSpace).base();
+    return QString(first, last - first);
+}
+
+QString firstCharacters(const QString &text, qsizetype count)
+{
+    // A character is at least one code unit, so a short text needs no look at its boundaries.
+    if (text.size() <= count)
+        return text;
+    // The finder analyses all that it is given: offer a window and widen it only for texts rich in marks.
+    for (qsizetype window = 2 * count + 64;; window *= 2) {
+        const QStringView head = QStringView(text).left(window);
+        QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, head.data(), head.size());
+        qsizetype end = 0;
+        qsizetype found = 0;
+        for (; found < count && end >= 0 && end < head.size(); ++found)
+            end = finder.toNextBoundary();
+        // A boundary at the window's very end may only be where the window cut a character.
+        if (end < head.size() || window >= text.size())
+            return text.left(end);
+    }
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+/// Unicode letters, marks and numbers.
+bool isAlphanumeric(char32_t character);
+
+/// Blank, tab and the other Unicode space separators; line breaks are not among them.
+bool isHorizontalSpace(char32_t character);
+
+/// `text` without horizontal white space at both ends.
+QString trimmedHorizontally(const QString &text);
+
+/// The first `count` user-perceived characters (grapheme clusters) of `text`; all of it when it has no more.
+QString firstCharacters(const QString &text, qsizetype count);

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QString>
+
+/// Where the library lives: $XDG_DATA_HOME/Quirevault, by default ~/.local/share/Quirevault. Not created here.
+QString dataFolder();
+QString libraryDatabasePath();
+QString coversFolder();
+
+/// The folder of the running executable.
+QString programFolder();

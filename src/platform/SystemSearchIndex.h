@@ -1,0 +1,46 @@
+#pragma once
+
+#include "base/Error.h"
+
+#include <QDateTime>
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <functional>
+#include <optional>
+
+/// What the desktop's own search is told of one paper.
+struct SearchableItem {
+    QString uniqueIdentifier;
+    QString domainIdentifier;
+    QString contentType; ///< a MIME type
+    QString title;
+    QStringList authorNames;
+    QString contentDescription;
+    QStringList keywords;
+    std::optional<QDateTime> contentCreationDate;
+
+    friend bool operator==(const SearchableItem &, const SearchableItem &) = default;
+};
+
+/// The desktop's index of things that can be found. Calls return at once; `completion` runs on a thread of
+/// the index's choosing, with the error when there was one.
+class SystemSearchIndex
+{
+public:
+    using Completion = std::function<void(const std::optional<Error> &)>;
+
+    virtual ~SystemSearchIndex() = default;
+
+    /// Adds the items; one of the same identifier is replaced.
+    virtual void indexItems(const QList<SearchableItem> &items, Completion completion) = 0;
+    virtual void deleteItems(const QStringList &identifiers, Completion completion) = 0;
+};
+
+/// A desktop without an index: takes everything and keeps nothing.
+class NullSystemSearchIndex : public SystemSearchIndex
+{
+public:
+    void indexItems(const QList<SearchableItem> &items, Completion completion) override;
+    void deleteItems(const QStringList &identifiers, Completion completion) override;
+};

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "base/Result.h"
+#include "store/Passage.h"
+#include "store/SearchResult.h"
+
+#include <QFuture>
+#include <QList>
+#include <QString>
+
+class DatabaseManager;
+
+/// Ranked full-text search over the library and inside one paper. Stateless; call from any thread.
+class NativeSearchService
+{
+public:
+    /// `db` must outlive the service and its futures.
+    explicit NativeSearchService(DatabaseManager &db);
+
+    /// The papers that match `query` (free text, see `buildFTSQuery`), best first, each with its passages
+    /// best first; at most 50 passages in all. An expression that the index rejects is logged and answers
+    /// with an empty list; only a failure to read the papers is an error.
+    QFuture<Result<QList<SearchResult>>> search(const QString &query);
+
+    /// The passages of one paper that match, by page, at most 100. Failures are logged and answer with an
+    /// empty list.
+    QFuture<Result<QList<Passage>>> searchInPaper(const QString &paperId, const QString &query);
+
+private:
+    DatabaseManager &m_db;
+};

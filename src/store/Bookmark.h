@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+/// One saved passage of a paper. Identified by `id`.
+struct Bookmark {
+    QString id;
+    QString paperId;
+    QString text;
+    qint64 page = 1;   ///< 1-based
+    QString label;     ///< empty when the user left it blank
+    QString createdAt; ///< as stored: UTC, whole seconds
+
+    friend bool operator==(const Bookmark &, const Bookmark &) = default;
+};
