@@ -1,0 +1,233 @@
+// The grammar of the command line, in one place: each subcommand's arguments, and the function it runs.
+#include "cli/Arguments.h"
+
+#include "cli/Commands.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+namespace {
+
+using Run = std::function<ExitStatus(const CommandContext &)>;
+
+QString toText(const std::string &argument)
+{
+    return QString::fromStdString(argument);
+}
+
+std::optional<QString> toText(const std::optional<std::string> &argument)
+{
+    return argument ? std::optional(toText(*argument)) : std::nullopt;
+}
+
+class Grammar
+{
+public:
+    Grammar()
+        : m_app("A fast, native PDF library and reader for researchers", "quirevault")
+    {
+        m_app.set_version_flag("--version", "quirevault " QUIREVAULT_VERSION);
+        m_app.require_subcommand(1);
+        m_app.get_formatter()->column_width(34);
+        declareImport();
+        declareSearch();
+        declareFind();
+        declareList();
+        declarePaperCommands();
+        declareEdit();
+        declareTags();
+    }
+
+    std::variant<Invocation, ExitStatus> parse(int argc, const char *const *argv)
+    {
+        try {
+            m_app.parse(argc, argv);
+        } catch (const CLI::ParseError &end) {
+            // Help and version come this way too, with the status of success.
+            return m_app.exit(end) == 0 ? ExitStatus::Done : ExitStatus::WrongUsage;
+        }
+        return std::move(m_invocation);
+    }
+
+private:
+    CLI::App *declare(const std::string &name, const std::string &summary, CLI::App *parent = nullptr)
+    {
+        CLI::App *command = (parent ? parent : &m_app)->add_subcommand(name, summary);
+        command->add_flag_callback(
+            "--json", [this] { m_invocation.form = Output::Form::Json; }, "Print one JSON document");
+        return command;
+    }
+
+    void onRun(CLI::App *command, Run run)
+    {
+        command->callback([this, run = std::move(run)] { m_invocation.run = run; });
+    }
+
+    static CLI::Option *declarePaperId(CLI::App *command, std::string &id)
+    {
+        return command->add_option("PAPER-ID", id, "The paper's id, or at least the first 4 characters of it")->required();
+    }
+
+    void declareImport()
+    {
+        CLI::App *command = declare("import", "Add PDF files, and those inside folders, to the library");
+        auto paths = std::make_shared<std::vector<std::string>>();
+        command->add_option("PATH", *paths, "Files and folders")->required();
+        command->callback([this, paths] {
+            m_invocation.endsCleanly = true;
+            m_invocation.run = [paths](const CommandContext &context) {
+                return runImport({.paths = {paths->begin(), paths->end()}}, context);
+            };
+        });
+    }
+
+    void declareSearch()
+    {
+        CLI::App *command = declare("search", "Find papers by words in them, and by author:, title:, filename:, year:");
+        auto words = std::make_shared<std::vector<std::string>>();
+        auto explain = std::make_shared<bool>(false);
+        command->add_option("QUERY", *words, "What to look for, as in the search field")->required();
+        command->add_flag("--explain", *explain, "Show how the query is understood; search nothing");
+        command->callback([this, words, explain] {
+            m_invocation.needsLibrary = !*explain;
+            m_invocation.run = [words, explain](const CommandContext &context) {
+                return runSearch({.query = toText(CLI::detail::join(*words, " ")), .explain = *explain}, context);
+            };
+        });
+    }
+
+    void declareFind()
+    {
+        CLI::App *command = declare("find", "Find passages inside one paper, by page");
+        auto id = std::make_shared<std::string>();
+        auto words = std::make_shared<std::vector<std::string>>();
+        declarePaperId(command, *id);
+        command->add_option("QUERY", *words, "What to look for")->required();
+        onRun(command, [id, words](const CommandContext &context) {
+            return runFind({.paperId = toText(*id), .query = toText(CLI::detail::join(*words, " "))}, context);
+        });
+    }
+
+    void declareList()
+    {
+        CLI::App *command = declare("list", "List papers");
+        auto request = std::make_shared<ListRequest>();
+        auto tag = std::make_shared<std::string>();
+        auto filter = std::make_shared<std::string>();
+        CLI::Option_group *which = command->add_option_group("which");
+        which->add_option("--tag", *tag, "Those that carry this tag")->type_name("NAME");
+        which->add_flag("--reading", "Those on the reading list");
+        which->add_flag("--recent", "Those of the last import, newest first");
+        which->require_option(0, 1);
+        command->add_option("--filter", *filter, "Only those that pass these field filters")->type_name("QUERY");
+        onRun(command, [request, tag, filter, which](const CommandContext &context) {
+            using Which = ListRequest::Which;
+            request->which = which->count("--tag")       ? Which::Tag
+                             : which->count("--reading") ? Which::Reading
+                             : which->count("--recent")  ? Which::Recent
+                                                         : Which::All;
+            request->tag = toText(*tag);
+            request->filter = toText(*filter);
+            return runList(*request, context);
+        });
+    }
+
+    void declarePaperCommands()
+    {
+        declareForPaper("show", "Show everything about a paper", runShow);
+        declareForPaper("bookmarks", "List a paper's bookmarks", runBookmarks);
+        declareForPaperAndTag("tag", "Give a paper a tag", runTag);
+        declareForPaperAndTag("untag", "Take a tag from a paper", runUntag);
+
+        CLI::App *remove = declare("remove", "Remove papers from the library; their files stay");
+        auto ids = std::make_shared<std::vector<std::string>>();
+        remove->add_option("PAPER-ID", *ids, "Their ids, or at least the first 4 characters of each")->required();
+        onRun(remove, [ids](const CommandContext &context) {
+            QStringList texts;
+            for (const std::string &id : *ids)
+                texts.append(toText(id));
+            return runRemove(texts, context);
+        });
+    }
+
+    void declareForPaper(const std::string &name, const std::string &summary,
+                         ExitStatus (*run)(const QString &, const CommandContext &))
+    {
+        CLI::App *command = declare(name, summary);
+        auto id = std::make_shared<std::string>();
+        declarePaperId(command, *id);
+        onRun(command, [id, run](const CommandContext &context) { return run(toText(*id), context); });
+    }
+
+    void declareForPaperAndTag(const std::string &name, const std::string &summary,
+                               ExitStatus (*run)(const PaperTagRequest &, const CommandContext &))
+    {
+        CLI::App *command = declare(name, summary);
+        auto id = std::make_shared<std::string>();
+        auto tag = std::make_shared<std::string>();
+        declarePaperId(command, *id);
+        command->add_option("NAME", *tag, "The tag")->required();
+        onRun(command, [id, tag, run](const CommandContext &context) {
+            return run({.paperId = toText(*id), .tag = toText(*tag)}, context);
+        });
+    }
+
+    void declareEdit()
+    {
+        CLI::App *command = declare("edit", "Change a paper's title, authors or year");
+        auto id = std::make_shared<std::string>();
+        auto title = std::make_shared<std::optional<std::string>>();
+        auto authors = std::make_shared<std::optional<std::string>>();
+        auto year = std::make_shared<std::optional<std::int64_t>>();
+        declarePaperId(command, *id);
+        command->add_option("--title", *title, "The new title");
+        command->add_option("--authors", *authors, "The new authors; may be empty");
+        command->add_option("--year", *year, "The new year");
+        onRun(command, [id, title, authors, year](const CommandContext &context) {
+            return runEdit({.paperId = toText(*id), .title = toText(*title), .authors = toText(*authors), .year = *year},
+                           context);
+        });
+    }
+
+    void declareTags()
+    {
+        CLI::App *tags = declare("tags", "List, create, rename and delete tags");
+        tags->require_subcommand(0, 1);
+        onRun(tags, runTags);
+        declareForName(tags, "create", "Create a tag", runTagsCreate);
+        declareForName(tags, "delete", "Delete a tag; its papers stay", runTagsDelete);
+
+        CLI::App *rename = declare("rename", "Rename a tag everywhere, merging it into one of that name", tags);
+        auto names = std::make_shared<std::pair<std::string, std::string>>();
+        rename->add_option("OLD", names->first, "The tag")->required();
+        rename->add_option("NEW", names->second, "Its new name")->required();
+        onRun(rename, [names](const CommandContext &context) {
+            return runTagsRename(toText(names->first), toText(names->second), context);
+        });
+
+        CLI::App *retag = declare("retag", "Recompute the topic tags of every paper");
+        retag->callback([this] {
+            m_invocation.endsCleanly = true;
+            m_invocation.run = runRetag;
+        });
+    }
+
+    void declareForName(CLI::App *parent, const std::string &name, const std::string &summary,
+                        ExitStatus (*run)(const QString &, const CommandContext &))
+    {
+        CLI::App *command = declare(name, summary, parent);
+        auto tag = std::make_shared<std::string>();
+        command->add_option("NAME", *tag, "The tag")->required();
+        onRun(command, [tag, run](const CommandContext &context) { return run(toText(*tag), context); });
+    }
+
+    CLI::App m_app;
+    Invocation m_invocation;
+};
+
+} // namespace
+
+std::variant<Invocation, ExitStatus> parseArguments(int argc, const char *const *argv)
+{
+    return Grammar().parse(argc, argv);
+}

@@ -1,0 +1,41 @@
+#include "cli/CommandLine.h"
+
+#include "app/Services.h"
+#include "base/Log.h"
+#include "cli/Arguments.h"
+#include "cli/PaperLookup.h"
+#include "cli/StopOnSignal.h"
+#include "store/DatabaseManager.h"
+
+#include <optional>
+
+namespace {
+
+ExitStatus run(const Invocation &invocation)
+{
+    // Before the services start their threads, which inherit the blocked signals.
+    std::optional<StopOnSignal> signals;
+    if (invocation.endsCleanly)
+        signals.emplace();
+    const Output output(invocation.form);
+    Services services(ServiceLocations::ofTheUser());
+    const CommandContext context{
+        .services = services, .output = output, .stop = signals ? signals->token() : std::stop_token()};
+    if (invocation.needsLibrary) {
+        if (const Result<void> usable = services.db().verifyUsable().result(); !usable)
+            return fail(usable.error(), context);
+    }
+    return invocation.run(context);
+}
+
+} // namespace
+
+int runCommandLine(int argc, const char *const *argv)
+{
+    // Standard output holds the answer; what components have to say goes beside it.
+    setLogTarget(LogTarget::StandardError);
+    const auto parsed = parseArguments(argc, argv);
+    if (const auto *status = std::get_if<ExitStatus>(&parsed))
+        return static_cast<int>(*status);
+    return static_cast<int>(run(std::get<Invocation>(parsed)));
+}

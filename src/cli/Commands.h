@@ -1,0 +1,63 @@
+#pragma once
+
+#include "cli/Command.h"
+
+#include <QString>
+#include <QStringList>
+#include <filesystem>
+#include <optional>
+#include <vector>
+
+// The subcommands, one function each: what a command was asked for in, how it ended out. Every one prints
+// readable text, or with --json one document, through the context's output.
+
+struct ImportRequest {
+    std::vector<std::filesystem::path> paths; ///< as typed, any bytes
+};
+ExitStatus runImport(const ImportRequest &request, const CommandContext &context);
+
+struct SearchRequest {
+    QString query;
+    bool explain = false; ///< show how the query is understood, search nothing
+};
+ExitStatus runSearch(const SearchRequest &request, const CommandContext &context);
+
+struct FindRequest {
+    QString paperId; ///< the whole id or a prefix, here and below
+    QString query;
+};
+ExitStatus runFind(const FindRequest &request, const CommandContext &context);
+
+struct ListRequest {
+    enum class Which { All, Tag, Reading, Recent };
+    Which which = Which::All;
+    QString tag;
+    QString filter; ///< field filters; empty for none
+};
+ExitStatus runList(const ListRequest &request, const CommandContext &context);
+
+ExitStatus runShow(const QString &paperId, const CommandContext &context);
+
+struct EditRequest {
+    QString paperId;
+    std::optional<QString> title;
+    std::optional<QString> authors;
+    std::optional<qint64> year;
+};
+ExitStatus runEdit(const EditRequest &request, const CommandContext &context);
+
+struct PaperTagRequest {
+    QString paperId;
+    QString tag;
+};
+ExitStatus runTag(const PaperTagRequest &request, const CommandContext &context);
+ExitStatus runUntag(const PaperTagRequest &request, const CommandContext &context);
+
+ExitStatus runTags(const CommandContext &context);
+ExitStatus runTagsCreate(const QString &name, const CommandContext &context);
+ExitStatus runTagsRename(const QString &oldName, const QString &newName, const CommandContext &context);
+ExitStatus runTagsDelete(const QString &name, const CommandContext &context);
+
+ExitStatus runRetag(const CommandContext &context);
+ExitStatus runBookmarks(const QString &paperId, const CommandContext &context);
+ExitStatus runRemove(const QStringList &paperIds, const CommandContext &context);

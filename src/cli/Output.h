@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QJsonDocument>
+#include <QString>
+
+/// Where a command's answer goes. Standard output holds the answer and nothing else; everything said about
+/// the work itself goes to standard error. Use from one thread.
+class Output
+{
+public:
+    enum class Form { Text, Json };
+
+    explicit Output(Form form);
+
+    bool isJson() const { return m_form == Form::Json; }
+
+    /// One line of the answer.
+    void line(const QString &text) const;
+    /// The whole answer as one JSON document.
+    void json(const QJsonDocument &document) const;
+    /// One line about a failure. Control characters inside become blanks.
+    void failure(const QString &text) const;
+    /// Replaces the progress line on a terminal; nothing elsewhere. An empty text removes it.
+    void progress(const QString &text) const;
+
+    /// `text` in bold on a terminal, as it is elsewhere.
+    QString emphasised(const QString &text) const;
+    /// `text` dimmed on a terminal, as it is elsewhere.
+    QString dimmed(const QString &text) const;
+
+private:
+    Form m_form;
+    bool m_answersToTerminal;
+    bool m_reportsToTerminal;
+};
+
+/// `text` with line breaks, escape sequences and other control characters replaced by blanks, so that text
+/// out of a PDF or a file name can neither forge a line nor command the terminal.
+QString printable(QString text);

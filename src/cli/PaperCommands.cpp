@@ -1,0 +1,132 @@
+#include "app/Services.h"
+#include "cli/Commands.h"
+#include "cli/Output.h"
+#include "cli/PaperLookup.h"
+#include "cli/RecordLists.h"
+#include "platform/Preferences.h"
+#include "search/PaperFilter.h"
+#include "search/ParsedQuery.h"
+#include "store/NativeLibraryService.h"
+#include "store/ReservedTags.h"
+
+#include <QJsonObject>
+
+namespace {
+
+Result<QList<Paper>> papersToList(const ListRequest &request, Services &services)
+{
+    NativeLibraryService &library = services.library();
+    switch (request.which) {
+    case ListRequest::Which::All:
+        return library.allPapers().result();
+    case ListRequest::Which::Tag:
+        return library.papersWithTag(request.tag).result();
+    case ListRequest::Which::Reading:
+        return library.papersWithTag(QLatin1String(kCurrentlyReadingTag)).result();
+    case ListRequest::Which::Recent:
+        break;
+    }
+    const std::optional<QString> lastImport = services.preferences().text(QLatin1String(kLastImportDateKey));
+    if (!lastImport)
+        return QList<Paper>();
+    return library.recentlyImportedPapers(*lastImport).result();
+}
+
+QString bookmarkHeading(const Bookmark &bookmark)
+{
+    QString heading = QStringLiteral("p. %1").arg(bookmark.page);
+    if (!bookmark.label.isEmpty())
+        heading += u"  " + printable(bookmark.label);
+    return heading;
+}
+
+} // namespace
+
+ExitStatus runList(const ListRequest &request, const CommandContext &context)
+{
+    const ParsedQuery filter(request.filter);
+    if (!filter.fullText.isEmpty()) {
+        return refuse(QStringLiteral("--filter takes author:, title:, filename: and year: only; "
+                                     "for '%1' use quirevault search")
+                          .arg(filter.fullText),
+                      context);
+    }
+    const Result<QList<Paper>> papers = papersToList(request, context.services);
+    if (!papers)
+        return fail(papers.error(), context);
+    printPapers(filteredPapers(*papers, filter), context.output);
+    return ExitStatus::Done;
+}
+
+ExitStatus runShow(const QString &paperId, const CommandContext &context)
+{
+    const Result<Paper> paper = findPaper(paperId, context);
+    if (!paper)
+        return fail(paper.error(), context);
+    printOnePaper(*paper, context.output);
+    return ExitStatus::Done;
+}
+
+ExitStatus runEdit(const EditRequest &request, const CommandContext &context)
+{
+    if (!request.title && !request.authors && !request.year)
+        return refuse(QStringLiteral("Give at least one of --title, --authors and --year"), context);
+    if (request.title && request.title->trimmed().isEmpty())
+        return refuse(QStringLiteral("A title cannot be blank"), context);
+    const Result<Paper> paper = findPaper(request.paperId, context);
+    if (!paper)
+        return fail(paper.error(), context);
+    const PaperEdit edit{.title = request.title, .authors = request.authors, .year = request.year};
+    const Result<Paper> updated = context.services.library().updatePaper(paper->id, edit).result();
+    if (!updated)
+        return fail(updated.error(), context);
+    printOnePaper(*updated, context.output);
+    return ExitStatus::Done;
+}
+
+ExitStatus runBookmarks(const QString &paperId, const CommandContext &context)
+{
+    const Result<Paper> paper = findPaper(paperId, context);
+    if (!paper)
+        return fail(paper.error(), context);
+    const Result<QList<Bookmark>> bookmarks = context.services.library().bookmarksForPaper(paper->id).result();
+    if (!bookmarks)
+        return fail(bookmarks.error(), context);
+    if (context.output.isJson()) {
+        context.output.json(asJson(*bookmarks));
+        return ExitStatus::Done;
+    }
+    printPaper(*paper, context.output);
+    for (const Bookmark &bookmark : *bookmarks) {
+        context.output.line(u"    " + context.output.dimmed(bookmarkHeading(bookmark)));
+        context.output.line(u"        " + printable(bookmark.text));
+    }
+    if (bookmarks->isEmpty())
+        context.output.line(QStringLiteral("No bookmarks."));
+    return ExitStatus::Done;
+}
+
+ExitStatus runRemove(const QStringList &paperIds, const CommandContext &context)
+{
+    QStringList removed;
+    for (const QString &id : paperIds) {
+        const Result<Paper> paper = findPaper(id, context);
+        if (!paper) {
+            context.output.failure(paper.error().message());
+            continue;
+        }
+        const Result<void> done = context.services.library().deletePaper(paper->id).result();
+        if (!done) {
+            context.output.failure(QStringLiteral("%1: %2").arg(paper->title, done.error().message()));
+            continue;
+        }
+        removed.append(paper->id);
+        if (!context.output.isJson())
+            context.output.line(QStringLiteral("Removed %1 from the library; its file stays.").arg(printable(paper->title)));
+    }
+    if (context.output.isJson()) {
+        context.output.json(
+            QJsonDocument(QJsonObject{{QStringLiteral("removed"), QJsonArray::fromStringList(removed)}}));
+    }
+    return removed.size() == paperIds.size() ? ExitStatus::Done : ExitStatus::Failed;
+}

@@ -1,0 +1,60 @@
+#include "cli/PaperLookup.h"
+
+#include "app/Services.h"
+#include "cli/Output.h"
+#include "store/NativeLibraryService.h"
+
+#include <QJsonObject>
+
+namespace {
+
+Error lookupError(const QString &description)
+{
+    return {QStringLiteral("CommandLine"), 1, description, {}};
+}
+
+void report(const QString &text, const CommandContext &context)
+{
+    context.output.failure(text);
+    if (context.output.isJson())
+        context.output.json(QJsonDocument(QJsonObject{{QStringLiteral("error"), text}}));
+}
+
+} // namespace
+
+Result<Paper> findPaper(const QString &idOrPrefix, const CommandContext &context)
+{
+    if (idOrPrefix.size() < kShortestIdPrefix) {
+        return lookupError(QStringLiteral("'%1' is too short to name a paper: give at least %2 characters of its id")
+                               .arg(idOrPrefix)
+                               .arg(kShortestIdPrefix));
+    }
+    NativeLibraryService &library = context.services.library();
+    const Result<QStringList> ids = library.paperIdsWithPrefix(idOrPrefix.toLower()).result();
+    if (!ids)
+        return ids.error();
+    if (ids->size() > 1) {
+        return lookupError(QStringLiteral("'%1' names more than one paper: %2")
+                               .arg(idOrPrefix, ids->mid(0, 5).join(QStringLiteral(", "))));
+    }
+    if (!ids->isEmpty()) {
+        const Result<std::optional<Paper>> paper = library.paperById(ids->first()).result();
+        if (!paper)
+            return paper.error();
+        if (*paper)
+            return **paper;
+    }
+    return lookupError(QStringLiteral("No paper has the id '%1'").arg(idOrPrefix));
+}
+
+ExitStatus fail(const Error &error, const CommandContext &context)
+{
+    report(error.message(), context);
+    return ExitStatus::Failed;
+}
+
+ExitStatus refuse(const QString &text, const CommandContext &context)
+{
+    report(text, context);
+    return ExitStatus::WrongUsage;
+}

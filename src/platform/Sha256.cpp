@@ -1,0 +1,84 @@
+#include "platform/Sha256.h"
+
+#include <QByteArray>
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <memory>
+#include <openssl/evp.h>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+constexpr qint64 kBlockBytes = 1024 * 1024;
+
+class Sha256
+{
+public:
+    Sha256() { EVP_DigestInit_ex(m_context.get(), EVP_sha256(), nullptr); }
+
+    void add(const char *data, size_t size) { EVP_DigestUpdate(m_context.get(), data, size); }
+
+    QString hex()
+    {
+        std::array<unsigned char, EVP_MAX_MD_SIZE> digest;
+        unsigned int size = 0;
+        EVP_DigestFinal_ex(m_context.get(), digest.data(), &size);
+        const auto bytes = QByteArray::fromRawData(reinterpret_cast<const char *>(digest.data()), size);
+        return QString::fromLatin1(bytes.toHex());
+    }
+
+private:
+    struct Closer {
+        void operator()(EVP_MD_CTX *context) const { EVP_MD_CTX_free(context); }
+    };
+    std::unique_ptr<EVP_MD_CTX, Closer> m_context{EVP_MD_CTX_new()};
+};
+
+/// Room for one block, but no more than a small file needs: untouched memory is cheaper than page faults.
+qint64 bufferBytes(int descriptor)
+{
+    struct stat status;
+    if (::fstat(descriptor, &status) != 0)
+        return kBlockBytes;
+    return std::clamp<qint64>(status.st_size + 1, 4096, kBlockBytes);
+}
+
+/// The bytes read, 0 at the end of the file, negative on failure.
+ssize_t readBlock(int descriptor, char *buffer, qint64 size, qint64 offset)
+{
+    ssize_t count;
+    do {
+        count = ::pread(descriptor, buffer, static_cast<size_t>(size), offset);
+    } while (count < 0 && errno == EINTR);
+    return count;
+}
+} // namespace
+
+QString sha256Hex(const QByteArray &bytes)
+{
+    Sha256 hash;
+    hash.add(bytes.constData(), static_cast<size_t>(bytes.size()));
+    return hash.hex();
+}
+
+std::optional<QString> sha256HexOfFile(int descriptor, std::stop_token stop)
+{
+    ::posix_fadvise(descriptor, 0, 0, POSIX_FADV_SEQUENTIAL);
+    const qint64 size = bufferBytes(descriptor);
+    const auto buffer = std::make_unique_for_overwrite<char[]>(static_cast<size_t>(size));
+    Sha256 hash;
+    for (qint64 offset = 0;;) {
+        if (stop.stop_requested())
+            return {};
+        const ssize_t count = readBlock(descriptor, buffer.get(), size, offset);
+        if (count < 0)
+            return {};
+        if (count == 0)
+            return hash.hex();
+        hash.add(buffer.get(), static_cast<size_t>(count));
+        offset += count;
+    }
+}

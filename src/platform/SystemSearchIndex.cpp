@@ -1,0 +1,11 @@
+#include "platform/SystemSearchIndex.h"
+
+void NullSystemSearchIndex::indexItems(const QList<SearchableItem> &, Completion completion)
+{
+    completion(std::nullopt);
+}
+
+void NullSystemSearchIndex::deleteItems(const QStringList &, Completion completion)
+{
+    completion(std::nullopt);
+}
