@@ -8,7 +8,8 @@
 #include <sqlite3.h>
 #include <utility>
 
-namespace {
+namespace
+{
 std::shared_ptr<const QStringList> columnNames(const Statement &statement)
 {
     auto names = std::make_shared<QStringList>();
@@ -104,15 +105,16 @@ Result<QList<Row>> Database::query(const QString &sql, const SqlValues &paramete
 
 Result<void> Database::insertChunks(const QString &paperId, const QList<Chunk> &chunks)
 {
-    Result<Statement> insert = prepare(
-        QStringLiteral("INSERT INTO fts_papers (paper_id, page_num, content) VALUES (?, ?, ?)"), {});
+    Result<Statement> insert =
+        prepare(QStringLiteral("INSERT INTO fts_papers (paper_id, page_num, content) VALUES (?, ?, ?)"), {});
     if (!insert)
         return insert.error();
     const QByteArray id = paperId.toUtf8();
     for (const Chunk &chunk : chunks) {
         insert->reset();
-        const bool isBound = insert->bindText(1, id) && insert->bindInteger(2, static_cast<qint32>(chunk.pageNum))
-                             && insert->bindText(3, chunk.text);
+        const bool isBound = insert->bindText(1, id) &&
+                             insert->bindInteger(2, static_cast<qint32>(chunk.pageNum)) &&
+                             insert->bindText(3, chunk.text);
         if (!isBound || insert->step() != Statement::Step::Done)
             return insert->error();
     }
@@ -140,7 +142,8 @@ Result<void> Database::renameTag(const QString &oldName, const QString &newName)
     const std::pair<QString, SqlValues> statements[] = {
         {QStringLiteral("INSERT OR IGNORE INTO tag_definitions (name) VALUES (?)"), {name}},
         {QStringLiteral("DELETE FROM tag_definitions WHERE name = ?"), {oldName}},
-        {QStringLiteral("INSERT OR IGNORE INTO tags (paper_id, tag) SELECT paper_id, ? FROM tags WHERE tag = ?"),
+        {QStringLiteral(
+             "INSERT OR IGNORE INTO tags (paper_id, tag) SELECT paper_id, ? FROM tags WHERE tag = ?"),
          {name, oldName}},
         {QStringLiteral("DELETE FROM tags WHERE tag = ?"), {oldName}},
     };

@@ -27,7 +27,7 @@ public:
     /// How long a statement waits for another program's lock before it fails with SQLite's "busy".
     static constexpr std::chrono::milliseconds kBusyTimeout{5000};
 
-    static constexpr int kCannotOpen = -1;  ///< there is no connection
+    static constexpr int kCannotOpen = -1;   ///< there is no connection
     static constexpr int kNewerVersion = -2; ///< only from `verifyUsable`
 
     /// Opens or creates the file, tunes the connection, migrates and creates the schema. Never fails: when
@@ -78,8 +78,7 @@ private:
 /// Runs `body` between "BEGIN TRANSACTION" and "COMMIT"; any failure executes "ROLLBACK" and is passed on.
 /// The first statement of `body` should be one that writes: it waits for another program's transaction,
 /// whereas a write after a read fails at once if the other program has committed in between.
-template <typename Body>
-Result<void> inTransaction(Database &database, Body body)
+template <typename Body> Result<void> inTransaction(Database &database, Body body)
 {
     if (auto begun = database.execute(QStringLiteral("BEGIN TRANSACTION")); !begun)
         return begun;

@@ -4,7 +4,8 @@
 #include <algorithm>
 #include <sqlite3.h>
 
-namespace {
+namespace
+{
 constexpr const char *kTuning[] = {
     "PRAGMA journal_mode=WAL;",
     "PRAGMA synchronous=NORMAL;",
@@ -97,7 +98,8 @@ void migrate(Steps &steps)
         }
     };
     if (version <= 6)
-        run({"CREATE TABLE IF NOT EXISTS tag_definitions (name TEXT PRIMARY KEY);", "PRAGMA user_version = 7;"});
+        run({"CREATE TABLE IF NOT EXISTS tag_definitions (name TEXT PRIMARY KEY);",
+             "PRAGMA user_version = 7;"});
     if (version <= 7)
         run({"DROP TABLE IF EXISTS chunks;", "VACUUM;", "PRAGMA user_version = 8;"});
     if (version <= 8)

@@ -2,9 +2,9 @@
 
 #include <utility>
 
-namespace {
-template <typename T>
-std::optional<T> valueAs(const SqlValue *value)
+namespace
+{
+template <typename T> std::optional<T> valueAs(const SqlValue *value)
 {
     const T *typed = value ? std::get_if<T>(value) : nullptr;
     return typed ? std::optional<T>(*typed) : std::nullopt;

@@ -6,8 +6,10 @@
 
 Error latestError(sqlite3 *connection)
 {
-    return {QStringLiteral("DatabaseManager"), sqlite3_errcode(connection),
-            QString::fromUtf8(sqlite3_errmsg(connection)), {}};
+    return {QStringLiteral("DatabaseManager"),
+            sqlite3_errcode(connection),
+            QString::fromUtf8(sqlite3_errmsg(connection)),
+            {}};
 }
 
 void Statement::Finalizer::operator()(sqlite3_stmt *statement) const
