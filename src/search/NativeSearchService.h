@@ -18,8 +18,9 @@ public:
     explicit NativeSearchService(DatabaseManager &db);
 
     /// The papers that match `query` (free text, see `buildFTSQuery`), best first, each with its passages
-    /// best first; at most 50 passages in all. An expression that the index rejects is logged and answers
-    /// with an empty list; only a failure to read the papers is an error.
+    /// best first; at most 50 passages in all. An expression that the index rejects, or of more than
+    /// 4,000 characters, is logged and answers with an empty list; only a failure to read the papers is an
+    /// error.
     QFuture<Result<QList<SearchResult>>> search(const QString &query);
 
     /// The passages of one paper that match, by page, at most 100. Failures are logged and answer with an

@@ -6,10 +6,25 @@
 
 namespace
 {
+/// Posted calls arrive only where there is an application. It stays for the other tests, because Qt cannot
+/// wait for a future once an application has gone.
+void ensureApplication()
+{
+    static int argc = 1;
+    static char name[] = "tests";
+    static char *argv[] = {name, nullptr};
+    static const auto *const application = new QCoreApplication(argc, argv);
+    Q_UNUSED(application);
+}
+
 class LibraryBookmarks : public ::testing::Test
 {
 protected:
-    void SetUp() override { library.addPaper(QStringLiteral("a"), QStringLiteral("A")); }
+    void SetUp() override
+    {
+        ensureApplication();
+        library.addPaper(QStringLiteral("a"), QStringLiteral("A"));
+    }
 
     static Bookmark bookmark(const QString &text, qint64 page, const QString &createdAt)
     {
@@ -33,10 +48,6 @@ protected:
     /// Lets what other threads posted to this one arrive.
     static void receive() { QCoreApplication::sendPostedEvents(); }
 
-    int argc = 1;
-    char name[6] = "tests";
-    char *argv[2] = {name, nullptr};
-    QCoreApplication application{argc, argv};
     TestLibrary library;
 };
 } // namespace
