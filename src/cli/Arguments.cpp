@@ -110,25 +110,28 @@ private:
 
     void declareList()
     {
+        struct Typed {
+            std::optional<std::string> tag;
+            bool reading = false;
+            bool recent = false;
+            std::string filter;
+        };
         CLI::App *command = declare("list", "List papers");
-        auto request = std::make_shared<ListRequest>();
-        auto tag = std::make_shared<std::string>();
-        auto filter = std::make_shared<std::string>();
+        auto typed = std::make_shared<Typed>();
         CLI::Option_group *which = command->add_option_group("which");
-        which->add_option("--tag", *tag, "Those that carry this tag")->type_name("NAME");
-        which->add_flag("--reading", "Those on the reading list");
-        which->add_flag("--recent", "Those of the last import, newest first");
+        which->add_option("--tag", typed->tag, "Those that carry this tag")->type_name("NAME");
+        which->add_flag("--reading", typed->reading, "Those on the reading list");
+        which->add_flag("--recent", typed->recent, "Those of the last import, newest first");
         which->require_option(0, 1);
-        command->add_option("--filter", *filter, "Only those that pass these field filters")->type_name("QUERY");
-        onRun(command, [request, tag, filter, which](const CommandContext &context) {
+        command->add_option("--filter", typed->filter, "Only those that pass these field filters")->type_name("QUERY");
+        onRun(command, [typed](const CommandContext &context) {
             using Which = ListRequest::Which;
-            request->which = which->count("--tag")       ? Which::Tag
-                             : which->count("--reading") ? Which::Reading
-                             : which->count("--recent")  ? Which::Recent
-                                                         : Which::All;
-            request->tag = toText(*tag);
-            request->filter = toText(*filter);
-            return runList(*request, context);
+            ListRequest request{.filter = toText(typed->filter)};
+            if (typed->tag)
+                request = {.which = Which::Tag, .tag = toText(*typed->tag), .filter = request.filter};
+            else if (typed->reading || typed->recent)
+                request.which = typed->reading ? Which::Reading : Which::Recent;
+            return runList(request, context);
         });
     }
 
