@@ -47,8 +47,9 @@ struct Services::Parts {
                         .clock = clock,
                         .openPDF = engineOpener()}};
     Retagger retagger{books, engineOpener()};
-    ImportFlow importFlow{[this](const QString &path, std::stop_token stop) { return indexer.indexFile(path, stop); },
-                          preferences, clock};
+    ImportFlow importFlow{
+        [this](const QString &path, std::stop_token stop) { return indexer.indexFile(path, stop); },
+        preferences, clock};
     RetagFlow retagFlow{{.db = db,
                          .library = library,
                          .publisher = systemSearch,

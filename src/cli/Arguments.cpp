@@ -6,7 +6,8 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
-namespace {
+namespace
+{
 
 using Run = std::function<ExitStatus(const CommandContext &)>;
 
@@ -65,7 +66,8 @@ private:
 
     static CLI::Option *declarePaperId(CLI::App *command, std::string &id)
     {
-        return command->add_option("PAPER-ID", id, "The paper's id, or at least the first 4 characters of it")->required();
+        return command->add_option("PAPER-ID", id, "The paper's id, or at least the first 4 characters of it")
+            ->required();
     }
 
     void declareImport()
@@ -83,7 +85,8 @@ private:
 
     void declareSearch()
     {
-        CLI::App *command = declare("search", "Find papers by words in them, and by author:, title:, filename:, year:");
+        CLI::App *command =
+            declare("search", "Find papers by words in them, and by author:, title:, filename:, year:");
         auto words = std::make_shared<std::vector<std::string>>();
         auto explain = std::make_shared<bool>(false);
         command->add_option("QUERY", *words, "What to look for, as in the search field")->required();
@@ -91,7 +94,8 @@ private:
         command->callback([this, words, explain] {
             m_invocation.needsLibrary = !*explain;
             m_invocation.run = [words, explain](const CommandContext &context) {
-                return runSearch({.query = toText(CLI::detail::join(*words, " ")), .explain = *explain}, context);
+                return runSearch({.query = toText(CLI::detail::join(*words, " ")), .explain = *explain},
+                                 context);
             };
         });
     }
@@ -104,7 +108,8 @@ private:
         declarePaperId(command, *id);
         command->add_option("QUERY", *words, "What to look for")->required();
         onRun(command, [id, words](const CommandContext &context) {
-            return runFind({.paperId = toText(*id), .query = toText(CLI::detail::join(*words, " "))}, context);
+            return runFind({.paperId = toText(*id), .query = toText(CLI::detail::join(*words, " "))},
+                           context);
         });
     }
 
@@ -123,7 +128,8 @@ private:
         which->add_flag("--reading", typed->reading, "Those on the reading list");
         which->add_flag("--recent", typed->recent, "Those of the last import, newest first");
         which->require_option(0, 1);
-        command->add_option("--filter", typed->filter, "Only those that pass these field filters")->type_name("QUERY");
+        command->add_option("--filter", typed->filter, "Only those that pass these field filters")
+            ->type_name("QUERY");
         onRun(command, [typed](const CommandContext &context) {
             using Which = ListRequest::Which;
             ListRequest request{.filter = toText(typed->filter)};
@@ -144,7 +150,8 @@ private:
 
         CLI::App *remove = declare("remove", "Remove papers from the library; their files stay");
         auto ids = std::make_shared<std::vector<std::string>>();
-        remove->add_option("PAPER-ID", *ids, "Their ids, or at least the first 4 characters of each")->required();
+        remove->add_option("PAPER-ID", *ids, "Their ids, or at least the first 4 characters of each")
+            ->required();
         onRun(remove, [ids](const CommandContext &context) {
             QStringList texts;
             for (const std::string &id : *ids)
@@ -187,8 +194,9 @@ private:
         command->add_option("--authors", *authors, "The new authors; may be empty");
         command->add_option("--year", *year, "The new year");
         onRun(command, [id, title, authors, year](const CommandContext &context) {
-            return runEdit({.paperId = toText(*id), .title = toText(*title), .authors = toText(*authors), .year = *year},
-                           context);
+            return runEdit(
+                {.paperId = toText(*id), .title = toText(*title), .authors = toText(*authors), .year = *year},
+                context);
         });
     }
 
@@ -200,7 +208,8 @@ private:
         declareForName(tags, "create", "Create a tag", runTagsCreate);
         declareForName(tags, "delete", "Delete a tag; its papers stay", runTagsDelete);
 
-        CLI::App *rename = declare("rename", "Rename a tag everywhere, merging it into one of that name", tags);
+        CLI::App *rename =
+            declare("rename", "Rename a tag everywhere, merging it into one of that name", tags);
         auto names = std::make_shared<std::pair<std::string, std::string>>();
         rename->add_option("OLD", names->first, "The tag")->required();
         rename->add_option("NEW", names->second, "Its new name")->required();
