@@ -6,7 +6,8 @@
 
 #include <gmock/gmock.h>
 
-namespace {
+namespace
+{
 using testing::ElementsAre;
 
 /// "page:first-last" of each chunk of pages with this many words, the words numbered through.
@@ -26,7 +27,8 @@ std::vector<std::string> chunksOfPages(std::initializer_list<int> wordCounts)
         const int first = chunkWords.first().mid(1).toInt();
         const int last = chunkWords.last().mid(1).toInt();
         EXPECT_EQ(chunk.text, words(first, last));
-        described.push_back(std::to_string(chunk.pageNum) + ":" + std::to_string(first) + "-" + std::to_string(last));
+        described.push_back(std::to_string(chunk.pageNum) + ":" + std::to_string(first) + "-" +
+                            std::to_string(last));
     }
     return described;
 }

@@ -6,7 +6,8 @@
 #include <QMap>
 #include <gtest/gtest.h>
 
-namespace {
+namespace
+{
 /// Keeps items as a desktop's index does.
 class RecordingIndex : public SystemSearchIndex
 {
@@ -45,8 +46,7 @@ Paper paper(const QString &id)
 class CoreSpotlightIndexerTest : public testing::Test
 {
 protected:
-    template <typename Call>
-    std::string printedBy(Call call)
+    template <typename Call> std::string printedBy(Call call)
     {
         testing::internal::CaptureStdout();
         call();
@@ -82,7 +82,8 @@ TEST_F(CoreSpotlightIndexerTest, GivesNoDateToAPaperWithoutAYear)
 
 TEST_F(CoreSpotlightIndexerTest, GivesNoDateForAYearThatNoCalendarHas)
 {
-    for (const qint64 year : {qint64(0), std::numeric_limits<qint64>::max(), std::numeric_limits<qint64>::min()}) {
+    for (const qint64 year :
+         {qint64(0), std::numeric_limits<qint64>::max(), std::numeric_limits<qint64>::min()}) {
         Paper odd = paper(QStringLiteral("id"));
         odd.year = year;
         EXPECT_FALSE(searchableItem(odd).contentCreationDate) << year;

@@ -8,7 +8,8 @@
 
 using namespace std::chrono_literals;
 
-namespace {
+namespace
+{
 using testing::ElementsAre;
 
 class DocumentReaderTest : public testing::Test
@@ -168,7 +169,9 @@ TEST_F(DocumentReaderTest, BelievesAPageCountThatWasTriedToItsEnd)
 TEST_F(DocumentReaderTest, EndsWhenTheTimeIsOver)
 {
     m_document.pages = std::vector<QByteArray>(10, "word");
-    m_document.onRead = [this](qint64) { m_clock.advance(50s); };
+    m_document.onRead = [this](qint64) {
+        m_clock.advance(50s);
+    };
     const DocumentContent content = read();
     EXPECT_EQ(content.text.fullText(), "word word word");
     EXPECT_EQ(content.pageCount, 10);
@@ -178,7 +181,9 @@ TEST_F(DocumentReaderTest, BelievesNoHugePageCountThatTimeCutShort)
 {
     m_document.pages = std::vector<QByteArray>(10, "word");
     m_document.claimedPages = kMaxClaimedPages + 1;
-    m_document.onRead = [this](qint64) { m_clock.advance(50s); };
+    m_document.onRead = [this](qint64) {
+        m_clock.advance(50s);
+    };
     EXPECT_EQ(read().pageCount, 3);
     m_document.claimedPages = kMaxClaimedPages;
     EXPECT_EQ(read().pageCount, kMaxClaimedPages);

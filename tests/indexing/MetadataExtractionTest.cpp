@@ -4,7 +4,8 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace
+{
 TEST(FindISBN, IgnoresCase)
 {
     EXPECT_EQ(findISBN(QStringLiteral("with isbn 0-306-40615-2 inside")), QStringLiteral("0306406152"));
@@ -56,8 +57,8 @@ TEST(FileStem, IsTheNameWithoutItsExtension)
 
 TEST(MetadataFromDocument, TakesTitleAndAuthorOfTheDocument)
 {
-    const PaperMetadata metadata =
-        metadataFromDocument({QStringLiteral("Title"), QStringLiteral("A. One")}, QStringLiteral("/x/file.pdf"));
+    const PaperMetadata metadata = metadataFromDocument({QStringLiteral("Title"), QStringLiteral("A. One")},
+                                                        QStringLiteral("/x/file.pdf"));
     EXPECT_EQ(metadata.title, u"Title");
     EXPECT_EQ(metadata.authors, u"A. One");
     EXPECT_FALSE(metadata.year);
@@ -76,15 +77,18 @@ TEST(MergedWithBook, PrefersTheBook)
     const PaperMetadata merged =
         mergedWithBook({QStringLiteral("PDF"), QStringLiteral("pdf"), {}, {}},
                        {QStringLiteral("Book"), QStringLiteral("book"), 1987, {QStringLiteral("Topology")}});
-    EXPECT_EQ(merged, (PaperMetadata{QStringLiteral("Book"), QStringLiteral("book"), 1987,
-                                     {QStringLiteral("Topology")}}));
+    EXPECT_EQ(
+        merged,
+        (PaperMetadata{QStringLiteral("Book"), QStringLiteral("book"), 1987, {QStringLiteral("Topology")}}));
 }
 
 TEST(MergedWithBook, KeepsWhatTheBookDoesNotKnow)
 {
     const PaperMetadata ofPDF{QStringLiteral("PDF"), QStringLiteral("pdf"), {}, {}};
     EXPECT_EQ(mergedWithBook(ofPDF, {}), ofPDF);
-    const PaperMetadata merged = mergedWithBook(ofPDF, {{}, QStringLiteral("book"), {}, {QStringLiteral("s")}});
-    EXPECT_EQ(merged, (PaperMetadata{QStringLiteral("PDF"), QStringLiteral("book"), {}, {QStringLiteral("s")}}));
+    const PaperMetadata merged =
+        mergedWithBook(ofPDF, {{}, QStringLiteral("book"), {}, {QStringLiteral("s")}});
+    EXPECT_EQ(merged,
+              (PaperMetadata{QStringLiteral("PDF"), QStringLiteral("book"), {}, {QStringLiteral("s")}}));
 }
 } // namespace

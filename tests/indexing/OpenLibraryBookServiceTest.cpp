@@ -7,7 +7,8 @@
 #include <QUrl>
 #include <gtest/gtest.h>
 
-namespace {
+namespace
+{
 /// Answers what a test gives it.
 class FakeHttpClient : public HttpClient
 {
@@ -38,7 +39,7 @@ protected:
     }
     std::optional<BookRecord> lookUpAnswer(const QByteArray &book)
     {
-        m_http.answer = "{\"ISBN:123\": " + book + "}";
+        m_http.answer = QByteArray("{\"ISBN:123\": " + book + "}");
         return lookUp();
     }
 
@@ -49,14 +50,16 @@ protected:
 TEST_F(OpenLibraryBookServiceTest, AsksForTheISBNAsFound)
 {
     lookUp(QStringLiteral("100306406152"));
-    EXPECT_EQ(m_http.asked,
-              QStringList(u"https://books.example/api/books?bibkeys=ISBN:100306406152&format=json&jscmd=data"_qs));
+    EXPECT_EQ(
+        m_http.asked,
+        QStringList(u"https://books.example/api/books?bibkeys=ISBN:100306406152&format=json&jscmd=data"_qs));
     EXPECT_EQ(m_http.timeout, std::chrono::seconds(2));
 }
 
 TEST_F(OpenLibraryBookServiceTest, ReadsARecord)
 {
-    const auto record = lookUpAnswer(R"({"title": "Knots", "authors": [{"name": "A. One"}, {"name": "B. Two"}],
+    const auto record =
+        lookUpAnswer(R"({"title": "Knots", "authors": [{"name": "A. One"}, {"name": "B. Two"}],
         "publish_date": "March 1987", "subjects": [{"name": "Topology", "url": "x"}, {"name": "Links"}]})");
     ASSERT_TRUE(record);
     EXPECT_EQ(*record, (BookRecord{u"Knots"_qs, u"A. One, B. Two"_qs, 1987, {u"Topology"_qs, u"Links"_qs}}));
@@ -66,13 +69,14 @@ TEST_F(OpenLibraryBookServiceTest, ReadsARecord)
 TEST_F(OpenLibraryBookServiceTest, ReadsARecordThatHoldsLittle)
 {
     EXPECT_EQ(lookUpAnswer("{}"), BookRecord());
-    EXPECT_EQ(lookUpAnswer(R"({"title": 7, "authors": "x", "publish_date": 1987, "subjects": {}})"), BookRecord());
+    EXPECT_EQ(lookUpAnswer(R"({"title": 7, "authors": "x", "publish_date": 1987, "subjects": {}})"),
+              BookRecord());
 }
 
 TEST_F(OpenLibraryBookServiceTest, SkipsEntriesWithoutAName)
 {
-    const auto record =
-        lookUpAnswer(R"({"authors": ["x", {}, {"name": 1}, {"name": "A"}], "subjects": [null, {"name": "S"}]})");
+    const auto record = lookUpAnswer(
+        R"({"authors": ["x", {}, {"name": 1}, {"name": "A"}], "subjects": [null, {"name": "S"}]})");
     ASSERT_TRUE(record);
     EXPECT_EQ(record->authors, u"A");
     EXPECT_EQ(record->subjects, QStringList(u"S"_qs));
@@ -92,8 +96,8 @@ TEST_F(OpenLibraryBookServiceTest, TakesTheFirstFourDigitsOfADateAsYear)
 
 TEST_F(OpenLibraryBookServiceTest, FindsNoRecordInAnAnswerWithoutTheBook)
 {
-    for (const QByteArray &answer : {"{}", "[]", "{\"ISBN:999\": {}}", "{\"ISBN:123\": []}"}) {
-        m_http.answer = answer;
+    for (const char *answer : {"{}", "[]", "{\"ISBN:999\": {}}", "{\"ISBN:123\": []}"}) {
+        m_http.answer = QByteArray(answer);
         EXPECT_FALSE(lookUp());
         EXPECT_EQ(m_printed, "");
     }

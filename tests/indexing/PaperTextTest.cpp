@@ -5,7 +5,8 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace
+{
 QByteArray textOf(QByteArrayView page)
 {
     PaperText text;
@@ -88,7 +89,7 @@ TEST(PaperText, CountsFirstCharactersAsPeoplePerceiveThem)
     // An e with thirty accents is one character of sixty-one bytes.
     const QByteArray accented = "e" + QByteArray("\xCC\x81").repeated(30);
     PaperText text;
-    text.addPage(1, accented.repeated(100) + "tail");
+    text.addPage(1, QByteArray(accented.repeated(100) + "tail"));
     EXPECT_EQ(text.firstCharacters(99).toUtf8(), accented.repeated(99));
     EXPECT_EQ(text.firstCharacters(101).toUtf8(), accented.repeated(100) + "t");
     EXPECT_EQ(text.firstCharacters(1000).toUtf8(), text.fullText());

@@ -6,7 +6,8 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace
+{
 const QString kTopology = QStringLiteral("Topology");
 
 QStringList tagsOfTitle(const QString &title)
@@ -39,7 +40,8 @@ TEST(TopicTags, NeedTwoDifferentKeywordsInTheText)
 TEST(TopicTags, MatchWholeWordsOnly)
 {
     EXPECT_EQ(tagsOfTitle(QStringLiteral("A node to decode")), QStringList());
-    EXPECT_EQ(tagsOfTitle(QStringLiteral("An ODE solver")), QStringList(QStringLiteral("Differential Equations")));
+    EXPECT_EQ(tagsOfTitle(QStringLiteral("An ODE solver")),
+              QStringList(QStringLiteral("Differential Equations")));
     EXPECT_EQ(tagsOfTitle(QStringLiteral("Albert's Roberta")), QStringList());
     EXPECT_EQ(tagsOfTitle(QStringLiteral("On BERT")), QStringList(QStringLiteral("Transformer Models")));
     EXPECT_EQ(tagsOfTitle(QStringLiteral("gpt-40")), QStringList());
@@ -100,7 +102,8 @@ TEST(TopicTable, HasSixteenTopicsWhoseKeywordsAllFindThemselves)
         EXPECT_TRUE(isTopicName(topic.name));
         for (const TopicKeyword &keyword : topic.keywords) {
             EXPECT_EQ(keyword.number, number++);
-            EXPECT_TRUE(keyword.expression.match(keyword.text.toUpper()).hasMatch()) << keyword.text.toStdString();
+            EXPECT_TRUE(keyword.expression.match(keyword.text.toUpper()).hasMatch())
+                << keyword.text.toStdString();
             EXPECT_EQ(tagsOfTitle(keyword.text).count(topic.name), 1);
         }
     }
@@ -115,12 +118,14 @@ TEST(KeywordFilter, LetsThroughEveryKeywordThatItsExpressionFinds)
                                 QStringLiteral("_%1_"), QStringLiteral("ſ%1"),    QStringLiteral("%1s")};
     for (const Topic &topic : topicTable()) {
         for (const TopicKeyword &keyword : topic.keywords) {
-            for (QString text : {keyword.text, keyword.text.toUpper(), QString(keyword.text).replace(u's', u'ſ'),
-                                 QString(keyword.text).replace(u'k', QChar(0x212A))}) {
+            for (QString text :
+                 {keyword.text, keyword.text.toUpper(), QString(keyword.text).replace(u's', u'ſ'),
+                  QString(keyword.text).replace(u'k', QChar(0x212A))}) {
                 for (const QString &frame : frames) {
                     const QString lowered = frame.arg(text).toLower();
                     const bool isFound = keyword.expression.match(lowered).hasMatch();
-                    EXPECT_TRUE(!isFound || possibleKeywords(lowered)[keyword.number]) << lowered.toStdString();
+                    EXPECT_TRUE(!isFound || possibleKeywords(lowered)[keyword.number])
+                        << lowered.toStdString();
                 }
             }
         }

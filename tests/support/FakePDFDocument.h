@@ -22,7 +22,8 @@ public:
     Result<PDFBitmap> picture = PDFBitmap{3, 4, QByteArray(3 * 4 * 3, '\x7f')};
     Result<void> restartAnswer;
     /// Runs before a page is read.
-    std::function<void(qint64 index)> onRead = [](qint64) {};
+    std::function<void(qint64 index)> onRead = [](qint64) {
+    };
 
     std::vector<qint64> readPages;
     int restarts = 0;
@@ -70,8 +71,8 @@ public:
 private:
     const Error &failed(const Error &error)
     {
-        m_isEngineLost =
-            isPDFError(error, PDFErrorCode::EngineFailed) || isPDFError(error, PDFErrorCode::DeadlineExceeded);
+        m_isEngineLost = isPDFError(error, PDFErrorCode::EngineFailed) ||
+                         isPDFError(error, PDFErrorCode::DeadlineExceeded);
         return error;
     }
 
