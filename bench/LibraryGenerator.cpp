@@ -5,6 +5,7 @@
 #include "store/DatabaseManager.h"
 
 #include <QDir>
+#include <cctype>
 #include <random>
 
 namespace
@@ -23,6 +24,12 @@ struct GeneratedPaper {
     QList<Chunk> pages;
 };
 
+QByteArray capitalised(QByteArray word)
+{
+    word[0] = static_cast<char>(std::toupper(word[0]));
+    return word;
+}
+
 /// Writes papers, one after another, by a seed of its own.
 class Writer
 {
@@ -30,8 +37,8 @@ public:
     GeneratedPaper nextPaper();
 
 private:
-    const QByteArray &nextWord();
-    QByteArray sentence();
+    QByteArray nextWord();
+    QByteArray sentence(std::uint64_t words);
     QByteArray page();
     QString name();
 
@@ -41,19 +48,22 @@ private:
     qint64 m_papers = 0;
 };
 
-const QByteArray &Writer::nextWord()
+QByteArray Writer::nextWord()
 {
     constexpr std::uint64_t kSubjectPercent = 12;
-    if (m_random() % 100 < kSubjectPercent)
+    constexpr std::uint64_t kNumberPercent = 2; // they give an index its longest tail of words
+    const std::uint64_t percent = m_random() % 100;
+    if (percent < kSubjectPercent)
         return m_subject[static_cast<qsizetype>(m_random() % static_cast<std::uint64_t>(m_subject.size()))];
+    if (percent < kSubjectPercent + kNumberPercent)
+        return QByteArray::number(static_cast<qulonglong>(m_random() % 100'000));
     return m_vocabulary.anyWord(m_random());
 }
 
-QByteArray Writer::sentence()
+QByteArray Writer::sentence(std::uint64_t words)
 {
-    QByteArray text = nextWord();
-    text[0] = static_cast<char>(std::toupper(text[0]));
-    for (auto words = 8 + m_random() % 20; words > 0; --words) {
+    QByteArray text = capitalised(nextWord());
+    for (; words > 1; --words) {
         text += m_random() % 12 == 0 ? ", " : " ";
         text += nextWord();
     }
@@ -62,20 +72,18 @@ QByteArray Writer::sentence()
 
 QByteArray Writer::page()
 {
-    constexpr int kMeanWordBytes = 7;
-    const auto bytes = static_cast<qsizetype>(250 + m_random() % 151) * kMeanWordBytes;
     QByteArray text;
-    text.reserve(bytes + 300);
-    while (text.size() < bytes)
-        text += sentence();
+    for (std::uint64_t words = 250 + m_random() % 151; words > 0;) {
+        const std::uint64_t length = std::min<std::uint64_t>(words, 8 + m_random() % 20);
+        text += sentence(length);
+        words -= length;
+    }
     return text;
 }
 
 QString Writer::name()
 {
-    QByteArray word = m_vocabulary.subjectWord(m_random());
-    word[0] = static_cast<char>(std::toupper(word[0]));
-    return QString::fromLatin1(word);
+    return QString::fromLatin1(capitalised(m_vocabulary.subjectWord(m_random())));
 }
 
 GeneratedPaper Writer::nextPaper()
@@ -156,8 +164,11 @@ Result<QString> generatedLibrary(const QString &folder, qint64 pages)
     QDir(unfinished).removeRecursively();
     if (auto filled = fill(unfinished + u"/Quirevault/library.db", pages); !filled)
         return filled.error();
-    if (!QDir().rename(unfinished, home))
-        return Error{
-            .domain = QStringLiteral("LibraryGenerator"), .code = 1, .description = u"Cannot make " + home};
+    if (!QDir().rename(unfinished, home)) {
+        return Error{.domain = QStringLiteral("LibraryGenerator"),
+                     .code = 1,
+                     .description = QStringLiteral("The generated library could not be put in place"),
+                     .reason = home};
+    }
     return home;
 }

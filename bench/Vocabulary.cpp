@@ -3,7 +3,9 @@
 #include <QList>
 #include <algorithm>
 #include <array>
+#include <map>
 #include <random>
+#include <string>
 #include <unordered_set>
 
 namespace
@@ -33,18 +35,21 @@ constexpr char kSubjectWords[] =
     "transition kernel frequency stochastic document command bound accuracy operator transmission node "
     "citation "
     "estimation gradient dynamics protein simulation regression likelihood cells polynomial attention "
-    "singular_value_decomposition entropy clustering bibliography transformer manifold macro tensor "
-    "wavelength";
+    "singular "
+    "decomposition entropy clustering bibliography transformer manifold macro tensor wavelength";
+
+/// Words that a query asks for, at the ranks that make them as frequent as the query wants.
+const std::map<std::size_t, const char *> kPlacedWords = {{1'500, Vocabulary::kRarePhrase},
+                                                          {20'000, Vocabulary::kRareWord}};
 
 constexpr std::array kSyllables = {
-    "al",  "an", "ar",  "bel", "bra", "cal",   "cen", "chro", "con", "cor", "da", "del", "di",  "dro",
-    "el",  "en", "er",  "fa",  "fer", "flu",   "ga",  "gen",  "gra", "hel", "hy", "il",  "in",  "ka",
-    "kin", "la", "lam", "lo",  "lu",  "ma",    "mer", "mi",   "mon", "na",  "ne", "no",  "o",   "or",
-    "pa",  "pe", "phy", "po",  "pro", "ra",    "re",  "ri",   "ro",  "sa",  "se", "si",  "sol", "sta",
-    "syn", "ta", "te",  "the", "ti",  "trans", "tri", "u",    "va",  "ve",  "vi", "xe",  "zo"};
-constexpr std::array kEndings = {"", "s", "al", "ed", "er", "ic", "ing", "ion", "ity", "ment", "ous", "tion"};
-
-constexpr std::size_t kRareRank = 60'000;
+    "al", "an",  "ar",  "bel", "bra", "cal", "cen", "con", "cor", "da",  "del", "di", "dro",
+    "el", "en",  "er",  "fa",  "fer", "flu", "ga",  "gen", "gra", "hel", "hy",  "il", "in",
+    "ka", "kin", "la",  "lam", "lo",  "lu",  "ma",  "mer", "mi",  "mon", "na",  "ne", "no",
+    "o",  "or",  "pa",  "pe",  "phy", "po",  "pro", "ra",  "re",  "ri",  "ro",  "sa", "se",
+    "si", "sol", "sta", "ta",  "te",  "the", "ti",  "tran", "tri", "u",   "va",  "ve",  "vi"};
+constexpr std::array kEndings = {"",   "",   "",    "",    "",    "s",    "al", "ed",
+                                 "er", "ic", "ing", "ion", "ity", "ment", "ous"};
 
 QList<QByteArray> listed(const char *words)
 {
@@ -54,12 +59,12 @@ QList<QByteArray> listed(const char *words)
 QByteArray madeUpWord(std::mt19937_64 &random)
 {
     QByteArray word;
-    for (std::size_t syllables = 2 + random() % 3; syllables > 0; --syllables)
+    for (std::size_t syllables = 2 + random() % 2; syllables > 0; --syllables)
         word += kSyllables[random() % kSyllables.size()];
     return word + kEndings[random() % kEndings.size()];
 }
 
-/// Words and the text that they make up: real ones first, then made-up ones without end.
+/// The words by rank: real ones first, then made-up ones without end.
 class RankedWords
 {
 public:
@@ -68,8 +73,8 @@ public:
         const auto rank = m_rank++;
         if (rank < static_cast<std::size_t>(m_real.size()))
             return QByteArray(m_real[static_cast<qsizetype>(rank)]).replace('_', ' ');
-        if (rank == kRareRank)
-            return Vocabulary::kRareWord;
+        if (const auto placed = kPlacedWords.find(rank); placed != kPlacedWords.end())
+            return placed->second;
         QByteArray word = madeUpWord(m_random);
         while (!m_used.insert(word.toStdString()).second)
             word = madeUpWord(m_random);
@@ -83,16 +88,23 @@ private:
     std::unordered_set<std::string> m_used;
 };
 
+/// The frequency of a word by its rank, from 1, in proportion: near one over the rank for the few thousand
+/// words that all texts share, and falling with its square for the others.
+double frequency(double rank)
+{
+    constexpr double kShared = 5'000;
+    return rank < kShared ? 1 / (rank + 1) : kShared / (rank * rank);
+}
+
 } // namespace
 
 Vocabulary::Vocabulary()
 {
-    // The harmonic sum over the 300,000 ranks that fit: it makes the shares of all words add up to one.
-    constexpr double kSumOfShares = 13.2;
+    constexpr double kSumOfFrequencies = 9.1;
     RankedWords words;
     m_slots.reserve(kSlots);
     while (m_slots.size() < kSlots) {
-        const double share = 1 / (kSumOfShares * static_cast<double>(m_words.size() + 1));
+        const double share = frequency(static_cast<double>(m_words.size() + 1)) / kSumOfFrequencies;
         const auto wanted = std::max<std::size_t>(1, static_cast<std::size_t>(share * kSlots));
         const std::size_t count = std::min(wanted, kSlots - m_slots.size());
         m_slots.insert(m_slots.end(), count, static_cast<std::uint32_t>(m_words.size()));

@@ -5,16 +5,18 @@
 #include <cstdint>
 #include <vector>
 
-/// Words as English scientific text has them: by Zipf's law the word of rank r makes up one r-th as much of
-/// the text as the first. The first ranks are real words in about their real order ("the", "of", ...,
-/// "matrix"), with a few set phrases among them; the long tail is made up from syllables.
+/// Words as frequent as those of English scientific text are. The first ranks are real words in about their
+/// real order ("the", "of", ..., "matrix"), with a few set phrases among them; the long tail is made up from
+/// syllables.
 ///
 /// Always the same words: nothing in it depends on the machine or the run.
 class Vocabulary
 {
 public:
-    /// A word of the tail that a searcher would call rare: about one page in four thousand holds it.
+    /// On about one page in three thousand.
     static constexpr char kRareWord[] = "saddlepoint";
+    /// On about one page in fifty; its words also stand alone.
+    static constexpr char kRarePhrase[] = "singular value decomposition";
 
     Vocabulary();
 
@@ -26,7 +28,7 @@ public:
 
 private:
     /// A word gets slots in proportion to its frequency, so that one look-up draws a word. Four million leave
-    /// room for about 300,000 words, the order of what a library of that many pages holds.
+    /// room for about 100,000 words.
     static constexpr std::size_t kSlots = std::size_t(1) << 22;
 
     std::vector<QByteArray> m_words; ///< by rank
