@@ -44,10 +44,17 @@ ExitStatus printTags(const CommandContext &context)
     return ExitStatus::Done;
 }
 
-/// Prints all tags after a change, or what went wrong with it.
-ExitStatus tagsAfter(const Result<void> &change, const CommandContext &context)
+/// Changes a tag that must exist: renaming or deleting one that does not is a slip of the fingers to report.
+ExitStatus changeExistingTag(const QString &name, const CommandContext &context,
+                             const std::function<QFuture<Result<void>>(DatabaseManager &)> &change)
 {
-    return change ? printTags(context) : fail(change.error(), context);
+    const Result<QStringList> names = context.services.library().allTagNames().result();
+    if (!names)
+        return fail(names.error(), context);
+    if (!names->contains(name))
+        return fail({{}, 0, QStringLiteral("No tag is called '%1'").arg(name), {}}, context);
+    const Result<void> changed = change(context.services.db()).result();
+    return changed ? printTags(context) : fail(changed.error(), context);
 }
 
 ExitStatus changeTag(const PaperTagRequest &request, const CommandContext &context,
@@ -92,7 +99,8 @@ ExitStatus runTagsCreate(const QString &name, const CommandContext &context)
     const QString trimmed = trimmedHorizontally(name);
     if (const QString objection = objectionTo(trimmed); !objection.isEmpty())
         return refuse(objection, context);
-    return tagsAfter(context.services.library().createTag(trimmed).result(), context);
+    const Result<void> created = context.services.library().createTag(trimmed).result();
+    return created ? printTags(context) : fail(created.error(), context);
 }
 
 ExitStatus runTagsRename(const QString &oldName, const QString &newName, const CommandContext &context)
@@ -101,14 +109,14 @@ ExitStatus runTagsRename(const QString &oldName, const QString &newName, const C
         if (const QString objection = objectionTo(name); !objection.isEmpty())
             return refuse(objection, context);
     }
-    return tagsAfter(context.services.db().renameTag(oldName, newName).result(), context);
+    return changeExistingTag(oldName, context, [&](DatabaseManager &db) { return db.renameTag(oldName, newName); });
 }
 
 ExitStatus runTagsDelete(const QString &name, const CommandContext &context)
 {
     if (const QString objection = objectionTo(name); !objection.isEmpty())
         return refuse(objection, context);
-    return tagsAfter(context.services.db().deleteTag(name).result(), context);
+    return changeExistingTag(name, context, [&](DatabaseManager &db) { return db.deleteTag(name); });
 }
 
 ExitStatus runRetag(const CommandContext &context)

@@ -13,3 +13,6 @@ struct Bookmark {
 
     friend bool operator==(const Bookmark &, const Bookmark &) = default;
 };
+
+/// A new random id in the form in which bookmarks store it: upper case, with hyphens, 36 characters.
+QString newBookmarkId();

@@ -2,34 +2,44 @@
 
 #include "base/Result.h"
 #include "store/Chunk.h"
+#include "store/DatabaseStartUp.h"
 #include "store/Row.h"
 #include "store/SqlValue.h"
 
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <chrono>
 #include <memory>
 
 struct sqlite3;
+class Statement;
 
 /// The one SQLite connection and the statements that run on it. Lives on `DatabaseManager`'s thread; only
 /// operations given to `DatabaseManager::perform` see it.
 ///
-/// Errors: domain "DatabaseManager", SQLite's code and message; code -1 when the file could not be opened.
+/// Errors: domain "DatabaseManager", SQLite's code and message; the codes below are this class's own.
 class Database
 {
 public:
     /// Schema version that this program writes; kept in the file's user_version.
     static constexpr int kSchemaVersion = 9;
+    /// How long a statement waits for another program's lock before it fails with SQLite's "busy".
+    static constexpr std::chrono::milliseconds kBusyTimeout{5000};
+
+    static constexpr int kCannotOpen = -1;   ///< there is no connection
+    static constexpr int kNewerVersion = -2; ///< only from `verifyUsable`
 
     /// Opens or creates the file, tunes the connection, migrates and creates the schema. Never fails: when
-    /// the file cannot be opened, every later call answers that.
-    explicit Database(const QString &path);
+    /// the file cannot be opened, every later call answers that. Waits for other programs' locks no longer
+    /// than `busyTimeout` in all.
+    explicit Database(const QString &path, std::chrono::milliseconds busyTimeout = kBusyTimeout);
     ~Database();
     Database(const Database &) = delete;
     Database &operator=(const Database &) = delete;
 
-    /// Runs one statement that returns no rows, its parameters bound by position.
+    /// Runs one statement that returns no rows, its parameters bound by position. Text ends at its first
+    /// zero character.
     Result<void> execute(const QString &sql, const SqlValues &parameters = {});
     /// Runs one statement and collects its rows. A failure in the middle of the rows ends them silently.
     Result<QList<Row>> query(const QString &sql, const SqlValues &parameters = {});
@@ -42,16 +52,33 @@ public:
     Result<void> renameTag(const QString &oldName, const QString &newName);
     Result<void> deleteTag(const QString &name);
 
+    /// Whether the library can be read, with the file's path in the error's reason when not. Gives a file
+    /// that was locked at start-up its missing start-up steps if the lock is gone; waits for no lock then.
+    Result<void> verifyUsable();
+
 private:
     struct Closer {
         void operator()(sqlite3 *connection) const;
     };
+
+    void open();
+    Result<Statement> prepare(const QString &sql, const SqlValues &parameters);
+    void setBusyTimeout(std::chrono::milliseconds timeout);
+    Result<void> verifyReadable();
+    Error noConnectionError() const;
+    Error explained(Error error) const;
+
+    QString m_path;
+    std::chrono::milliseconds m_busyTimeout;
     std::unique_ptr<sqlite3, Closer> m_connection;
+    QString m_openFailure; ///< SQLite's message; empty when there is a connection
+    StartUp m_startUp = StartUp::Complete;
 };
 
 /// Runs `body` between "BEGIN TRANSACTION" and "COMMIT"; any failure executes "ROLLBACK" and is passed on.
-template <typename Body>
-Result<void> inTransaction(Database &database, Body body)
+/// The first statement of `body` should be one that writes: it waits for another program's transaction,
+/// whereas a write after a read fails at once if the other program has committed in between.
+template <typename Body> Result<void> inTransaction(Database &database, Body body)
 {
     if (auto begun = database.execute(QStringLiteral("BEGIN TRANSACTION")); !begun)
         return begun;

@@ -31,7 +31,8 @@ public:
 
     /// Runs `operation(Database &)`, which returns some `Result<T>`, on the database thread.
     template <typename Operation>
-    auto perform(Urgency urgency, Operation operation) -> QFuture<std::invoke_result_t<Operation &, Database &>>;
+    auto perform(Urgency urgency, Operation operation)
+        -> QFuture<std::invoke_result_t<Operation &, Database &>>;
 
     // The statement helpers, each an operation of its own.
     QFuture<Result<void>> execute(const QString &sql, const SqlValues &parameters = {});

@@ -2,6 +2,7 @@
 
 #include "base/Result.h"
 #include "store/Bookmark.h"
+#include "store/BookmarkEvents.h"
 #include "store/Paper.h"
 
 #include <QFuture>
@@ -27,8 +28,10 @@ struct PaperEdit {
 class NativeLibraryService
 {
 public:
-    /// Changes of papers are announced to `publisher`. Both must outlive the service and its futures.
-    NativeLibraryService(DatabaseManager &db, SystemSearchPublisher &publisher);
+    /// Changes of papers are announced to `publisher` (on the database thread), of bookmarks to
+    /// `bookmarkEvents`. All must outlive the service and its futures.
+    NativeLibraryService(DatabaseManager &db, SystemSearchPublisher &publisher,
+                         BookmarkEvents &bookmarkEvents = BookmarkEvents::shared());
 
     /// Every paper, by title then authors, case ignored.
     QFuture<Result<QList<Paper>>> allPapers();
@@ -63,6 +66,9 @@ public:
     QFuture<Result<void>> deleteBookmark(const QString &bookmarkId);
 
 private:
+    QFuture<Result<void>> changeTag(const QString &sql, const QString &paperId, const QString &tag);
+
     DatabaseManager &m_db;
     SystemSearchPublisher &m_publisher;
+    BookmarkEvents &m_bookmarkEvents;
 };

@@ -10,12 +10,12 @@
 struct Paper {
     QString id;
     QString title;
-    QString authors;           ///< one free text, not a list; empty when unknown
+    QString authors; ///< one free text, not a list; empty when unknown
     std::optional<qint64> year;
-    qint64 pageCount = 0;      ///< 0 when unknown
-    QString coverPath;         ///< empty when there is none
+    qint64 pageCount = 0; ///< 0 when unknown
+    QString coverPath;    ///< empty when there is none
     QString filepath;
-    QStringList tags;          ///< in the order in which the store delivered them
+    QStringList tags; ///< in the order in which the store delivered them
 
     friend bool operator==(const Paper &, const Paper &) = default;
 };

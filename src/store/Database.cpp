@@ -1,0 +1,164 @@
+#include "store/Database.h"
+
+#include "base/Log.h"
+#include "base/TextClasses.h"
+#include "store/Statement.h"
+
+#include <QFile>
+#include <sqlite3.h>
+#include <utility>
+
+namespace
+{
+std::shared_ptr<const QStringList> columnNames(const Statement &statement)
+{
+    auto names = std::make_shared<QStringList>();
+    for (int i = 0; i < statement.columnCount(); ++i)
+        names->append(statement.columnName(i));
+    return names;
+}
+
+std::vector<SqlValue> currentValues(const Statement &statement, int count)
+{
+    std::vector<SqlValue> values;
+    values.reserve(static_cast<size_t>(count));
+    for (int i = 0; i < count; ++i)
+        values.push_back(statement.value(i));
+    return values;
+}
+} // namespace
+
+void Database::Closer::operator()(sqlite3 *connection) const
+{
+    sqlite3_close(connection);
+}
+
+Database::Database(const QString &path, std::chrono::milliseconds busyTimeout)
+    : m_path(path)
+    , m_busyTimeout(busyTimeout)
+{
+    open();
+    if (!m_connection)
+        return;
+    m_startUp = startUp(m_connection.get(), m_busyTimeout);
+    setBusyTimeout(m_busyTimeout);
+}
+
+Database::~Database() = default;
+
+void Database::open()
+{
+    sqlite3 *opened = nullptr;
+    const int code = sqlite3_open(QFile::encodeName(m_path).constData(), &opened);
+    m_connection.reset(opened);
+    if (code == SQLITE_OK)
+        return;
+    m_openFailure = QString::fromUtf8(sqlite3_errmsg(opened));
+    logLine(u"DatabaseManager: Error opening database: " + m_openFailure);
+    m_connection.reset();
+}
+
+void Database::setBusyTimeout(std::chrono::milliseconds timeout)
+{
+    sqlite3_busy_timeout(m_connection.get(), static_cast<int>(timeout.count()));
+}
+
+Error Database::noConnectionError() const
+{
+    return {QStringLiteral("DatabaseManager"), kCannotOpen,
+            QStringLiteral("The library database could not be opened."),
+            QStringLiteral("%1: %2").arg(m_path, m_openFailure)};
+}
+
+Result<Statement> Database::prepare(const QString &sql, const SqlValues &parameters)
+{
+    if (!m_connection)
+        return noConnectionError();
+    Result<Statement> statement = Statement::prepare(m_connection.get(), sql);
+    if (statement && !statement->bindAll(parameters))
+        return statement->error();
+    return statement;
+}
+
+Result<void> Database::execute(const QString &sql, const SqlValues &parameters)
+{
+    Result<Statement> statement = prepare(sql, parameters);
+    if (!statement)
+        return statement.error();
+    if (statement->step() != Statement::Step::Done)
+        return statement->error();
+    return {};
+}
+
+Result<QList<Row>> Database::query(const QString &sql, const SqlValues &parameters)
+{
+    Result<Statement> statement = prepare(sql, parameters);
+    if (!statement)
+        return statement.error();
+    const std::shared_ptr<const QStringList> columns = columnNames(*statement);
+    const int count = statement->columnCount();
+    QList<Row> rows;
+    while (statement->step() == Statement::Step::Row)
+        rows.emplaceBack(columns, currentValues(*statement, count));
+    return rows;
+}
+
+Result<void> Database::insertChunks(const QString &paperId, const QList<Chunk> &chunks)
+{
+    Result<Statement> insert =
+        prepare(QStringLiteral("INSERT INTO fts_papers (paper_id, page_num, content) VALUES (?, ?, ?)"), {});
+    if (!insert)
+        return insert.error();
+    const QByteArray id = paperId.toUtf8();
+    for (const Chunk &chunk : chunks) {
+        insert->reset();
+        const bool isBound = insert->bindText(1, id) &&
+                             insert->bindInteger(2, static_cast<qint32>(chunk.pageNum)) &&
+                             insert->bindText(3, chunk.text);
+        if (!isBound || insert->step() != Statement::Step::Done)
+            return insert->error();
+    }
+    return {};
+}
+
+Result<void> Database::replaceTags(const QString &paperId, const QStringList &tags)
+{
+    if (auto cleared = execute(QStringLiteral("DELETE FROM tags WHERE paper_id = ?"), {paperId}); !cleared)
+        return cleared;
+    for (const QString &tag : tags) {
+        auto added = execute(QStringLiteral("INSERT OR IGNORE INTO tags (paper_id, tag) VALUES (?, ?)"),
+                             {paperId, trimmedHorizontally(tag)});
+        if (!added)
+            return added;
+    }
+    return {};
+}
+
+Result<void> Database::renameTag(const QString &oldName, const QString &newName)
+{
+    const QString name = trimmedHorizontally(newName);
+    if (name.isEmpty() || name == oldName)
+        return {};
+    const std::pair<QString, SqlValues> statements[] = {
+        {QStringLiteral("INSERT OR IGNORE INTO tag_definitions (name) VALUES (?)"), {name}},
+        {QStringLiteral("DELETE FROM tag_definitions WHERE name = ?"), {oldName}},
+        {QStringLiteral(
+             "INSERT OR IGNORE INTO tags (paper_id, tag) SELECT paper_id, ? FROM tags WHERE tag = ?"),
+         {name, oldName}},
+        {QStringLiteral("DELETE FROM tags WHERE tag = ?"), {oldName}},
+    };
+    return inTransaction(*this, [&]() -> Result<void> {
+        for (const auto &[sql, parameters] : statements) {
+            if (auto done = execute(sql, parameters); !done)
+                return done;
+        }
+        return {};
+    });
+}
+
+Result<void> Database::deleteTag(const QString &name)
+{
+    if (auto done = execute(QStringLiteral("DELETE FROM tag_definitions WHERE name = ?"), {name}); !done)
+        return done;
+    return execute(QStringLiteral("DELETE FROM tags WHERE tag = ?"), {name});
+}

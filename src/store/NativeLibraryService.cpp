@@ -1,0 +1,184 @@
+// The papers. Tags and bookmarks have files of their own.
+#include "store/NativeLibraryService.h"
+
+#include "store/DatabaseManager.h"
+#include "store/PaperQueries.h"
+#include "store/SystemSearchPublisher.h"
+
+#include <QFile>
+
+namespace
+{
+const auto kTitleOrder = QStringLiteral(" ORDER BY title COLLATE NOCASE ASC, authors COLLATE NOCASE ASC");
+
+constexpr int kPaperMissing = 1;
+
+/// The paper as it stands after a change; its absence is an error with this description.
+Result<Paper> readBack(Database &database, const QString &id, const QString &missing)
+{
+    const Result<std::optional<Paper>> paper = selectPaperById(database, id);
+    if (!paper)
+        return paper.error();
+    if (!*paper)
+        return Error{QStringLiteral("NativeLibraryService"), kPaperMissing, missing, {}};
+    return **paper;
+}
+
+Result<void> writeEdit(Database &database, const QString &id, const PaperEdit &edit)
+{
+    QStringList assignments;
+    SqlValues parameters;
+    const auto assign = [&](const QString &assignment, const auto &value) {
+        if (!value)
+            return;
+        assignments.append(assignment);
+        parameters.append(*value);
+    };
+    assign(QStringLiteral("title = ?"), edit.title);
+    assign(QStringLiteral("authors = ?"), edit.authors);
+    assign(QStringLiteral("year = ?"), edit.year);
+    if (assignments.isEmpty())
+        return {};
+    parameters.append(id);
+    return database.execute(u"UPDATE papers SET " + assignments.join(QStringLiteral(", ")) + u" WHERE id = ?",
+                            parameters);
+}
+
+/// Every text of one column, in the order of the rows.
+Result<QStringList> selectTexts(Database &database, const QString &sql, QLatin1String column,
+                                const SqlValues &parameters = {})
+{
+    const auto rows = database.query(sql, parameters);
+    if (!rows)
+        return rows.error();
+    QStringList texts;
+    for (const Row &row : *rows) {
+        if (auto text = row.text(column))
+            texts.append(*text);
+    }
+    return texts;
+}
+
+/// Removes the paper with its full-text rows, whole or not at all.
+Result<void> deleteRows(Database &database, const QString &id)
+{
+    return inTransaction(database, [&]() -> Result<void> {
+        if (auto done = database.execute(QStringLiteral("DELETE FROM papers WHERE id = ?"), {id}); !done)
+            return done;
+        return database.execute(QStringLiteral("DELETE FROM fts_papers WHERE paper_id = ?"), {id});
+    });
+}
+} // namespace
+
+NativeLibraryService::NativeLibraryService(DatabaseManager &db, SystemSearchPublisher &publisher,
+                                           BookmarkEvents &bookmarkEvents)
+    : m_db(db)
+    , m_publisher(publisher)
+    , m_bookmarkEvents(bookmarkEvents)
+{
+}
+
+QFuture<Result<QList<Paper>>> NativeLibraryService::allPapers()
+{
+    return m_db.perform(Urgency::PersonWaits, [](Database &database) {
+        return selectPapers(database, u"SELECT * FROM papers" + kTitleOrder);
+    });
+}
+
+QFuture<Result<QList<Paper>>> NativeLibraryService::papersWithTag(const QString &tag)
+{
+    return m_db.perform(Urgency::PersonWaits, [tag](Database &database) {
+        return selectPapers(database,
+                            u"SELECT p.* FROM papers p\nJOIN tags t ON t.paper_id = p.id\nWHERE t.tag = ?" +
+                                kTitleOrder,
+                            {tag});
+    });
+}
+
+QFuture<Result<QList<Paper>>> NativeLibraryService::papersByIds(const QStringList &ids)
+{
+    return m_db.perform(Urgency::PersonWaits,
+                        [ids](Database &database) { return selectPapersByIds(database, ids); });
+}
+
+QFuture<Result<QList<Paper>>> NativeLibraryService::recentlyImportedPapers(const QString &cutOff)
+{
+    return m_db.perform(Urgency::PersonWaits, [cutOff](Database &database) {
+        return selectPapers(
+            database,
+            QStringLiteral("SELECT * FROM papers WHERE date_indexed >= ? ORDER BY date_indexed DESC"),
+            {cutOff});
+    });
+}
+
+QFuture<Result<std::optional<Paper>>> NativeLibraryService::paperById(const QString &id)
+{
+    return m_db.perform(Urgency::PersonWaits,
+                        [id](Database &database) { return selectPaperById(database, id); });
+}
+
+QFuture<Result<std::optional<Paper>>> NativeLibraryService::paperByContentHash(const QString &digest)
+{
+    return m_db.perform(Urgency::PersonWaits,
+                        [digest](Database &database) { return selectPaperByContentHash(database, digest); });
+}
+
+QFuture<Result<QStringList>> NativeLibraryService::paperIdsWithPrefix(const QString &prefix)
+{
+    // Every text that begins with the prefix sorts before the prefix followed by the last code point.
+    const QString end = prefix + QString::fromUcs4(U"\U0010FFFF", 1);
+    return m_db.perform(Urgency::PersonWaits, [prefix, end](Database &database) {
+        return selectTexts(database,
+                           QStringLiteral("SELECT id FROM papers WHERE id >= ? AND id < ? ORDER BY id ASC"),
+                           QLatin1String("id"), {prefix, end});
+    });
+}
+
+QFuture<Result<Paper>> NativeLibraryService::updateFilepath(const QString &id, const QString &filepath)
+{
+    return m_db.perform(Urgency::PersonWaits, [id, filepath](Database &database) -> Result<Paper> {
+        const auto written =
+            database.execute(QStringLiteral("UPDATE papers SET filepath = ? WHERE id = ?"), {filepath, id});
+        if (!written)
+            return written.error();
+        return readBack(database, id, QStringLiteral("Paper not found after filepath update"));
+    });
+}
+
+QFuture<Result<Paper>> NativeLibraryService::updatePaper(const QString &id, const PaperEdit &edit)
+{
+    return m_db.perform(Urgency::PersonWaits, [id, edit](Database &database) -> Result<Paper> {
+        if (auto written = writeEdit(database, id, edit); !written)
+            return written.error();
+        return readBack(database, id, QStringLiteral("Paper not found after update"));
+    });
+}
+
+QFuture<Result<QSet<QString>>> NativeLibraryService::allFilepaths()
+{
+    return m_db.perform(Urgency::PersonWaits, [](Database &database) -> Result<QSet<QString>> {
+        const auto paths =
+            selectTexts(database, QStringLiteral("SELECT filepath FROM papers"), QLatin1String("filepath"));
+        if (!paths)
+            return paths.error();
+        return QSet<QString>(paths->begin(), paths->end());
+    });
+}
+
+QFuture<Result<void>> NativeLibraryService::deletePaper(const QString &id)
+{
+    SystemSearchPublisher &publisher = m_publisher;
+    return m_db.perform(Urgency::PersonWaits, [id, &publisher](Database &database) -> Result<void> {
+        const auto covers =
+            selectTexts(database, QStringLiteral("SELECT cover_path FROM papers WHERE id = ?"),
+                        QLatin1String("cover_path"), {id});
+        if (!covers)
+            return covers.error();
+        if (auto deleted = deleteRows(database, id); !deleted)
+            return deleted;
+        if (!covers->isEmpty() && !covers->first().isEmpty())
+            QFile::remove(covers->first()); // a cover left behind harms nobody
+        publisher.withdraw(id);
+        return {};
+    });
+}

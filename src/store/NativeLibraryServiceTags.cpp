@@ -1,0 +1,57 @@
+// The tags of `NativeLibraryService`.
+#include "store/NativeLibraryService.h"
+
+#include "base/TextClasses.h"
+#include "store/DatabaseManager.h"
+#include "store/PaperQueries.h"
+#include "store/SystemSearchPublisher.h"
+
+QFuture<Result<void>> NativeLibraryService::addTag(const QString &paperId, const QString &tag)
+{
+    return changeTag(QStringLiteral("INSERT OR IGNORE INTO tags (paper_id, tag) VALUES (?, ?)"), paperId,
+                     tag);
+}
+
+QFuture<Result<void>> NativeLibraryService::removeTag(const QString &paperId, const QString &tag)
+{
+    return changeTag(QStringLiteral("DELETE FROM tags WHERE paper_id = ? AND tag = ?"), paperId, tag);
+}
+
+/// Runs the statement and publishes the paper again, so that the desktop's search knows its tags.
+QFuture<Result<void>> NativeLibraryService::changeTag(const QString &sql, const QString &paperId,
+                                                      const QString &tag)
+{
+    SystemSearchPublisher &publisher = m_publisher;
+    return m_db.perform(Urgency::PersonWaits, [=, &publisher](Database &database) -> Result<void> {
+        if (auto changed = database.execute(sql, {paperId, tag}); !changed)
+            return changed;
+        const Result<std::optional<Paper>> paper = selectPaperById(database, paperId);
+        if (!paper)
+            return paper.error();
+        if (*paper)
+            publisher.publish(**paper);
+        return {};
+    });
+}
+
+QFuture<Result<QStringList>> NativeLibraryService::allTagNames()
+{
+    return m_db.perform(Urgency::PersonWaits, [](Database &database) -> Result<QStringList> {
+        const auto rows = database.query(QStringLiteral("SELECT DISTINCT tag AS tag FROM tags UNION SELECT "
+                                                        "name AS tag FROM tag_definitions ORDER BY tag ASC"));
+        if (!rows)
+            return rows.error();
+        QStringList names;
+        for (const Row &row : *rows) {
+            if (auto name = row.text(QLatin1String("tag")))
+                names.append(*name);
+        }
+        return names;
+    });
+}
+
+QFuture<Result<void>> NativeLibraryService::createTag(const QString &name)
+{
+    return m_db.execute(QStringLiteral("INSERT OR IGNORE INTO tag_definitions (name) VALUES (?)"),
+                        {trimmedHorizontally(name)});
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "store/Database.h"
+#include "store/Paper.h"
+
+#include <QList>
+#include <QStringList>
+#include <optional>
+
+// Reading papers with their tags, as steps of an operation of the database thread.
+
+/// Ids that one statement takes as parameters; longer lists are cut. Well under SQLite's limit.
+inline constexpr qsizetype kIdsPerStatement = 500;
+
+/// The papers in the rows of a statement that selects all columns of `papers`, in its order, each with all
+/// its tags. Rows without id, title or path are left out.
+Result<QList<Paper>> selectPapers(Database &database, const QString &sql, const SqlValues &parameters = {});
+
+/// The papers among `ids` that exist, in no particular order, each once.
+Result<QList<Paper>> selectPapersByIds(Database &database, const QStringList &ids);
+
+Result<std::optional<Paper>> selectPaperById(Database &database, const QString &id);
+Result<std::optional<Paper>> selectPaperByContentHash(Database &database, const QString &digest);
