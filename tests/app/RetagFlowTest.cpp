@@ -8,7 +8,8 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace
+{
 
 struct RecordingPublisher : SystemSearchPublisher {
     void publish(const Paper &paper) override { published.append(paper); }
@@ -26,7 +27,9 @@ protected:
     void addPaper(const QString &id, const QStringList &tags)
     {
         const SqlValues values{id, u"Title " + id, u"/papers/" + id};
-        ASSERT_TRUE(m_db.execute(QStringLiteral("INSERT INTO papers (id, title, filepath) VALUES (?, ?, ?)"), values).result());
+        ASSERT_TRUE(
+            m_db.execute(QStringLiteral("INSERT INTO papers (id, title, filepath) VALUES (?, ?, ?)"), values)
+                .result());
         ASSERT_TRUE(m_db.replaceTags(id, tags).result());
     }
     Result<RetagCount> retag(const QMap<QString, QStringList> &newTags, std::stop_token stop = {})
@@ -34,7 +37,9 @@ protected:
         RetagFlow flow({.db = m_db,
                         .library = m_library,
                         .publisher = m_publisher,
-                        .retagPaper = [newTags](const Paper &paper, auto) { return newTags.value(paper.id); }});
+                        .retagPaper = [newTags](const Paper &paper, auto) {
+                            return newTags.value(paper.id);
+                        }});
         return flow.run(stop, [this](const RetagCount &count) { m_progress.append(count.done); });
     }
     QStringList tagsOf(const QString &id)
@@ -56,20 +61,23 @@ TEST_F(RetagFlowTest, ReplacesTheTagsThatDifferAndPublishesThosePapers)
 {
     addPaper(QStringLiteral("a"), {QStringLiteral("Topology")});
     addPaper(QStringLiteral("b"), {QStringLiteral("Geometry")});
-    const auto count = retag({{QStringLiteral("a"), {QStringLiteral("Analysis"), QStringLiteral("mine")}}, {QStringLiteral("b"), {QStringLiteral("Geometry")}}});
+    const auto count = retag({{QStringLiteral("a"), {QStringLiteral("Analysis"), QStringLiteral("mine")}},
+                              {QStringLiteral("b"), {QStringLiteral("Geometry")}}});
     ASSERT_TRUE(count);
     EXPECT_EQ(count->summary(), u"Retagged 1 of 2 papers.");
     EXPECT_EQ(tagsOf(QStringLiteral("a")), (QStringList{QStringLiteral("Analysis"), QStringLiteral("mine")}));
     ASSERT_EQ(m_publisher.published.size(), 1);
     EXPECT_EQ(m_publisher.published.first().id, u"a");
-    EXPECT_EQ(m_publisher.published.first().tags, (QStringList{QStringLiteral("Analysis"), QStringLiteral("mine")}));
+    EXPECT_EQ(m_publisher.published.first().tags,
+              (QStringList{QStringLiteral("Analysis"), QStringLiteral("mine")}));
     EXPECT_EQ(m_progress, (QList<int>{1, 2}));
 }
 
 TEST_F(RetagFlowTest, WritesNothingWhenOnlyTheOrderDiffers)
 {
     addPaper(QStringLiteral("a"), {QStringLiteral("Analysis"), QStringLiteral("Topology")});
-    const auto count = retag({{QStringLiteral("a"), {QStringLiteral("Topology"), QStringLiteral("Analysis")}}});
+    const auto count =
+        retag({{QStringLiteral("a"), {QStringLiteral("Topology"), QStringLiteral("Analysis")}}});
     EXPECT_EQ(count->changed, 0);
     EXPECT_TRUE(m_publisher.published.isEmpty());
 }
@@ -86,9 +94,10 @@ TEST_F(RetagFlowTest, OfAConsistentLibraryStillPrunesUnusedDefinitions)
 TEST_F(RetagFlowTest, EndsAtTheFirstFailureAndKeepsThatPapersTags)
 {
     addPaper(QStringLiteral("a"), {QStringLiteral("old")});
-    ASSERT_TRUE(m_db.execute(QStringLiteral("CREATE TRIGGER refuse BEFORE INSERT ON tags WHEN NEW.tag = 'bad' "
-                                            "BEGIN SELECT RAISE(ABORT, 'not this one'); END"))
-                    .result());
+    ASSERT_TRUE(
+        m_db.execute(QStringLiteral("CREATE TRIGGER refuse BEFORE INSERT ON tags WHEN NEW.tag = 'bad' "
+                                    "BEGIN SELECT RAISE(ABORT, 'not this one'); END"))
+            .result());
     const auto count = retag({{QStringLiteral("a"), {QStringLiteral("good"), QStringLiteral("bad")}}});
     ASSERT_FALSE(count);
     EXPECT_EQ(count.error().description, u"not this one");
