@@ -30,20 +30,6 @@ QJsonObject explanation(const ParsedQuery &query)
             {QStringLiteral("expression"), buildFTSQuery(query.fullText)}};
 }
 
-ExitStatus explain(const ParsedQuery &query, const Output &output)
-{
-    const QJsonObject parts = explanation(query);
-    if (output.isJson()) {
-        output.json(QJsonDocument(parts));
-        return ExitStatus::Done;
-    }
-    for (auto part = parts.begin(); part != parts.end(); ++part) {
-        const QString value = part->isNull() ? QStringLiteral("-") : part->toVariant().toString();
-        output.line(part.key().leftJustified(11) + printable(value));
-    }
-    return ExitStatus::Done;
-}
-
 ExitStatus listMatchingPapers(const ParsedQuery &query, const CommandContext &context)
 {
     const Result<QList<Paper>> papers = context.services.library().allPapers().result();
@@ -84,11 +70,23 @@ void printResults(const QList<SearchResult> &results, const QString &query, cons
 
 } // namespace
 
-ExitStatus runSearch(const SearchRequest &request, const CommandContext &context)
+ExitStatus runExplain(const QString &text, const Output &output)
 {
-    const ParsedQuery query(request.query);
-    if (request.explain)
-        return explain(query, context.output);
+    const QJsonObject parts = explanation(ParsedQuery(text));
+    if (output.isJson()) {
+        output.json(QJsonDocument(parts));
+        return ExitStatus::Done;
+    }
+    for (auto part = parts.begin(); part != parts.end(); ++part) {
+        const QString value = part->isNull() ? QStringLiteral("-") : part->toVariant().toString();
+        output.line(part.key().leftJustified(11) + printable(value));
+    }
+    return ExitStatus::Done;
+}
+
+ExitStatus runSearch(const QString &text, const CommandContext &context)
+{
+    const ParsedQuery query(text);
     if (query.fullText.isEmpty())
         return listMatchingPapers(query, context);
 

@@ -32,14 +32,27 @@ Result<void> writeTags(Database &database, const Paper &paper)
     return {};
 }
 
-Result<void> writeAll(Database &database, const NewPaper &added)
+/// Whether the library may hold text of the paper already.
+Result<bool> isStored(Database &database, const QString &id)
+{
+    const auto rows = database.query(QStringLiteral("SELECT 1 FROM papers WHERE id = ?"), {id});
+    if (!rows)
+        return rows.error();
+    return !rows->isEmpty();
+}
+
+Result<void> writeAll(Database &database, const NewPaper &added, bool replacesStored)
 {
     const QString &id = added.paper.id;
     if (auto written = writeRow(database, added); !written)
         return written;
-    if (auto cleared = database.execute(QStringLiteral("DELETE FROM fts_papers WHERE paper_id = ?"), {id});
-        !cleared)
-        return cleared;
+    // The ids in the full-text table are not indexed, so this reads all of it: only where there is something
+    // to replace. At 200,000 rows it would cost every new paper more than all the rest of its import.
+    if (replacesStored) {
+        auto cleared = database.execute(QStringLiteral("DELETE FROM fts_papers WHERE paper_id = ?"), {id});
+        if (!cleared)
+            return cleared;
+    }
     if (auto written = database.insertChunks(id, added.chunks); !written)
         return written;
     return writeTags(database, added.paper);
@@ -53,7 +66,11 @@ Result<std::optional<Paper>> writePaper(Database &database, const NewPaper &pape
         if (!known || *known)
             return known;
     }
-    if (auto written = inTransaction(database, [&] { return writeAll(database, paper); }); !written)
+    const Result<bool> stored = isStored(database, paper.paper.id);
+    if (!stored)
+        return stored.error();
+    auto written = inTransaction(database, [&] { return writeAll(database, paper, *stored); });
+    if (!written)
         return written.error();
     return std::optional<Paper>();
 }
