@@ -61,7 +61,11 @@ private:
 
     void onRun(CLI::App *command, Run run)
     {
-        command->callback([this, run = std::move(run)] { m_invocation.run = run; });
+        // CLI11 calls a command after the subcommand that was chosen of it.
+        command->callback([this, command, run = std::move(run)] {
+            if (command->get_subcommands().empty())
+                m_invocation.run = run;
+        });
     }
 
     static CLI::Option *declarePaperId(CLI::App *command, std::string &id)
