@@ -5,7 +5,8 @@
 
 namespace fs = std::filesystem;
 
-namespace {
+namespace
+{
 
 /// The path with every byte that is not part of valid UTF-8 written as \xNN.
 QString shownPath(const fs::path &path)

@@ -3,13 +3,15 @@
 #include <atomic>
 #include <cstdio>
 
-namespace {
+namespace
+{
 std::atomic<LogTarget> g_target = LogTarget::StandardOutput;
 
 QByteArray asOneLine(QString line)
 {
     for (QChar &c : line) {
-        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
+        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
+            c == QChar::ParagraphSeparator)
             c = u' ';
     }
     return (line + u'\n').toUtf8();

@@ -9,7 +9,8 @@
 
 #include <optional>
 
-namespace {
+namespace
+{
 
 ExitStatus run(const Invocation &invocation)
 {

@@ -31,8 +31,8 @@ ExitStatus runFind(const FindRequest &request, const CommandContext &context);
 struct ListRequest {
     enum class Which { All, Tag, Reading, Recent };
     Which which = Which::All;
-    QString tag;
-    QString filter; ///< field filters; empty for none
+    QString tag = {};    ///< for `Which::Tag`
+    QString filter = {}; ///< field filters; empty for none
 };
 ExitStatus runList(const ListRequest &request, const CommandContext &context);
 

@@ -4,7 +4,8 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
-namespace {
+namespace
+{
 
 void write(std::FILE *stream, const QByteArray &bytes)
 {
@@ -23,8 +24,8 @@ int columnsOf(std::FILE *stream)
 
 Output::Output(Form form)
     : m_form(form)
-    , m_answersToTerminal(form == Form::Text && isatty(STDOUT_FILENO) && qgetenv("TERM") != "dumb"
-                          && qgetenv("NO_COLOR").isEmpty())
+    , m_answersToTerminal(form == Form::Text && isatty(STDOUT_FILENO) && qgetenv("TERM") != "dumb" &&
+                          qgetenv("NO_COLOR").isEmpty())
     , m_reportsToTerminal(isatty(STDERR_FILENO) && qgetenv("TERM") != "dumb")
 {
 }
@@ -65,7 +66,8 @@ QString Output::dimmed(const QString &text) const
 QString printable(QString text)
 {
     for (QChar &c : text) {
-        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
+        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
+            c == QChar::ParagraphSeparator)
             c = u' ';
     }
     return text;

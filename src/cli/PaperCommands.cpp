@@ -11,7 +11,8 @@
 
 #include <QJsonObject>
 
-namespace {
+namespace
+{
 
 Result<QList<Paper>> papersToList(const ListRequest &request, Services &services)
 {
@@ -89,7 +90,8 @@ ExitStatus runBookmarks(const QString &paperId, const CommandContext &context)
     const Result<Paper> paper = findPaper(paperId, context);
     if (!paper)
         return fail(paper.error(), context);
-    const Result<QList<Bookmark>> bookmarks = context.services.library().bookmarksForPaper(paper->id).result();
+    const Result<QList<Bookmark>> bookmarks =
+        context.services.library().bookmarksForPaper(paper->id).result();
     if (!bookmarks)
         return fail(bookmarks.error(), context);
     if (context.output.isJson()) {
@@ -122,7 +124,8 @@ ExitStatus runRemove(const QStringList &paperIds, const CommandContext &context)
         }
         removed.append(paper->id);
         if (!context.output.isJson())
-            context.output.line(QStringLiteral("Removed %1 from the library; its file stays.").arg(printable(paper->title)));
+            context.output.line(
+                QStringLiteral("Removed %1 from the library; its file stays.").arg(printable(paper->title)));
     }
     if (context.output.isJson()) {
         context.output.json(

@@ -2,7 +2,8 @@
 
 #include "search/SnippetMarkup.h"
 
-namespace {
+namespace
+{
 
 /// Enough of an id to name a paper in the next command.
 constexpr int kShownIdLength = 8;
@@ -14,8 +15,8 @@ void printField(const QString &name, const QString &value, const Output &output)
 
 } // namespace
 
-void printPaperHeading(const QString &id, const QString &title, const QString &authors, std::optional<qint64> year,
-                       const Output &output)
+void printPaperHeading(const QString &id, const QString &title, const QString &authors,
+                       std::optional<qint64> year, const Output &output)
 {
     output.line(output.dimmed(id.left(kShownIdLength)) + u"  " + printable(title));
     QStringList details;

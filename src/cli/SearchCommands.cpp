@@ -12,7 +12,8 @@
 
 #include <QJsonObject>
 
-namespace {
+namespace
+{
 
 QJsonValue orNull(const std::optional<QString> &text)
 {
@@ -67,7 +68,8 @@ Result<QHash<QString, Paper>> papersOf(const QList<SearchResult> &results, const
     return byId;
 }
 
-void printResults(const QList<SearchResult> &results, const QHash<QString, Paper> &papers, const Output &output)
+void printResults(const QList<SearchResult> &results, const QHash<QString, Paper> &papers,
+                  const Output &output)
 {
     for (const SearchResult &result : results) {
         const Paper paper = papers.value(result.paperId);
@@ -96,7 +98,8 @@ ExitStatus runSearch(const SearchRequest &request, const CommandContext &context
     const Result<QHash<QString, Paper>> papers = papersOf(*found, context);
     if (!papers)
         return fail(papers.error(), context);
-    const QList<SearchResult> results = filteredResults(*found, query, papers->values(), ListedPapers::Everything);
+    const QList<SearchResult> results =
+        filteredResults(*found, query, papers->values(), ListedPapers::Everything);
     if (context.output.isJson())
         context.output.json(asJson(results));
     else

@@ -11,7 +11,8 @@
 
 #include <QJsonObject>
 
-namespace {
+namespace
+{
 
 /// Why `name` cannot be a tag of the user's own; empty when it can.
 QString objectionTo(const QString &name)
@@ -62,7 +63,8 @@ ExitStatus changeTag(const PaperTagRequest &request, const CommandContext &conte
 {
     const QString tag = trimmedHorizontally(request.tag);
     // The reading list has no command of its own: its tag may be given and taken by name.
-    if (const QString objection = objectionTo(tag); !objection.isEmpty() && tag != QLatin1String(kCurrentlyReadingTag))
+    if (const QString objection = objectionTo(tag);
+        !objection.isEmpty() && tag != QLatin1String(kCurrentlyReadingTag))
         return refuse(objection, context);
     const Result<Paper> paper = findPaper(request.paperId, context);
     if (!paper)
@@ -109,7 +111,8 @@ ExitStatus runTagsRename(const QString &oldName, const QString &newName, const C
         if (const QString objection = objectionTo(name); !objection.isEmpty())
             return refuse(objection, context);
     }
-    return changeExistingTag(oldName, context, [&](DatabaseManager &db) { return db.renameTag(oldName, newName); });
+    return changeExistingTag(oldName, context,
+                             [&](DatabaseManager &db) { return db.renameTag(oldName, newName); });
 }
 
 ExitStatus runTagsDelete(const QString &name, const CommandContext &context)
@@ -122,16 +125,20 @@ ExitStatus runTagsDelete(const QString &name, const CommandContext &context)
 ExitStatus runRetag(const CommandContext &context)
 {
     const Output &output = context.output;
-    const Result<RetagCount> count = context.services.retagFlow().run(context.stop, [&](const RetagCount &now) {
-        output.progress(QStringLiteral("%1/%2  Retagging").arg(now.done).arg(now.total));
-    });
+    const Result<RetagCount> count =
+        context.services.retagFlow().run(context.stop, [&](const RetagCount &now) {
+            output.progress(QStringLiteral("%1/%2  Retagging").arg(now.done).arg(now.total));
+        });
     output.progress({});
     if (!count && isCancelled(count.error())) {
-        static_cast<void>(fail({{}, 0, QStringLiteral("Stopped; papers retagged so far keep their new tags"), {}}, context));
+        static_cast<void>(fail(
+            {{}, 0, QStringLiteral("Stopped; papers retagged so far keep their new tags"), {}}, context));
         return ExitStatus::Interrupted;
     }
     if (!count)
-        return fail({count.error().domain, count.error().code, u"Retag failed: " + count.error().message(), {}}, context);
+        return fail(
+            {count.error().domain, count.error().code, u"Retag failed: " + count.error().message(), {}},
+            context);
     if (output.isJson()) {
         output.json(QJsonDocument(QJsonObject{{QStringLiteral("changed"), count->changed},
                                               {QStringLiteral("total"), count->total}}));

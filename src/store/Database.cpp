@@ -98,8 +98,11 @@ Result<QList<Row>> Database::query(const QString &sql, const SqlValues &paramete
     const std::shared_ptr<const QStringList> columns = columnNames(*statement);
     const int count = statement->columnCount();
     QList<Row> rows;
-    while (statement->step() == Statement::Step::Row)
+    Statement::Step step = statement->step();
+    for (; step == Statement::Step::Row; step = statement->step())
         rows.emplaceBack(columns, currentValues(*statement, count));
+    if (step == Statement::Step::Failed && rows.isEmpty())
+        return statement->error();
     return rows;
 }
 

@@ -20,7 +20,10 @@ protected:
         return m_folder.write(name, "%PDF-");
     }
     static fs::path asPath(const QString &path) { return path.toStdString(); }
-    DiscoveredPDFs discover(const QString &name = {}) const { return discoverPDFs({asPath(m_folder.path(name))}); }
+    DiscoveredPDFs discover(const QString &name = {}) const
+    {
+        return discoverPDFs({asPath(m_folder.path(name))});
+    }
 
     TemporaryFolder m_folder;
 };
@@ -73,7 +76,8 @@ TEST_F(PDFDiscoveryTest, NamesOddItemsByTheirNameForTheReaderToRefuse)
     QDir(m_folder.path()).mkdir(QStringLiteral("folder.pdf"));
     ASSERT_EQ(mkfifo(m_folder.path(QStringLiteral("pipe.pdf")).toLocal8Bit().constData(), 0600), 0);
     ASSERT_EQ(symlink("nowhere", m_folder.path(QStringLiteral("dangling.pdf")).toLocal8Bit().constData()), 0);
-    const QStringList expected{m_folder.path(QStringLiteral("dangling.pdf")), m_folder.path(QStringLiteral("folder.pdf")),
+    const QStringList expected{m_folder.path(QStringLiteral("dangling.pdf")),
+                               m_folder.path(QStringLiteral("folder.pdf")),
                                m_folder.path(QStringLiteral("pipe.pdf"))};
     EXPECT_EQ(discover().paths, expected);
 }
@@ -82,7 +86,8 @@ TEST_F(PDFDiscoveryTest, FollowsALinkToAFolderThatWasChosenItself)
 {
     add(QStringLiteral("real/a.pdf"));
     ASSERT_EQ(symlink("real", m_folder.path(QStringLiteral("link")).toLocal8Bit().constData()), 0);
-    EXPECT_EQ(discover(QStringLiteral("link")).paths, QStringList{m_folder.path(QStringLiteral("link/a.pdf"))});
+    EXPECT_EQ(discover(QStringLiteral("link")).paths,
+              QStringList{m_folder.path(QStringLiteral("link/a.pdf"))});
 }
 
 TEST_F(PDFDiscoveryTest, KeepsNamesWithLineBreaksQuotesAndEmoji)
@@ -97,7 +102,8 @@ TEST_F(PDFDiscoveryTest, RefusesANameThatIsNotUtf8InsteadOfChangingIt)
     ASSERT_EQ(mknod(raw.c_str(), S_IFREG | 0600, 0), 0);
     const DiscoveredPDFs found = discover();
     EXPECT_TRUE(found.paths.isEmpty());
-    EXPECT_EQ(found.problems.value(m_folder.path(QStringLiteral("caf\\xe9.pdf"))), u"The file name is not valid UTF-8");
+    EXPECT_EQ(found.problems.value(m_folder.path(QStringLiteral("caf\\xe9.pdf"))),
+              u"The file name is not valid UTF-8");
 }
 
 TEST_F(PDFDiscoveryTest, GivesAbsolutePathsWithoutDots)

@@ -27,8 +27,8 @@ TEST_F(PreferencesTest, KnowNothingAtFirst)
 
 TEST_F(PreferencesTest, KeepTexts)
 {
-    for (const QString &value :
-         {QStringLiteral("2025-03-07T14:05:09Z"), QStringLiteral("a, b; \"c\" = é\n@x"), QStringLiteral("")}) {
+    for (const QString &value : {QStringLiteral("2025-03-07T14:05:09Z"),
+                                 QStringLiteral("a, b; \"c\" = é\n@x"), QStringLiteral("")}) {
         m_preferences.setText(QStringLiteral("key"), value);
         EXPECT_EQ(Preferences().text(QStringLiteral("key")), value);
     }

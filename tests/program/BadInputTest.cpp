@@ -63,8 +63,9 @@ TEST_F(BadInput, RefusesRandomBytes)
 
 TEST_F(BadInput, RefusesAFileThatNeedsAPassword)
 {
-    expectRefused(PdfBuilder().title("Locked").lock(PdfLock::NeedsPassword).page({QStringLiteral("secret")}).build(),
-                  QStringLiteral("password"));
+    expectRefused(
+        PdfBuilder().title("Locked").lock(PdfLock::NeedsPassword).page({QStringLiteral("secret")}).build(),
+        QStringLiteral("password"));
 }
 
 TEST_F(BadInput, StoresAFileWithoutATextLayer)
@@ -83,14 +84,25 @@ TEST_F(BadInput, KeepsThePagesThatCanBeRead)
                                                     .page({QStringLiteral("afterwards")})
                                                     .build());
     EXPECT_EQ(importAll().status, 0);
-    EXPECT_EQ(m_program.run({QStringLiteral("search"), QStringLiteral("--json"), QStringLiteral("afterwards")}).json().array().size(), 1);
+    EXPECT_EQ(
+        m_program.run({QStringLiteral("search"), QStringLiteral("--json"), QStringLiteral("afterwards")})
+            .json()
+            .array()
+            .size(),
+        1);
 }
 
 TEST_F(BadInput, IsNotFooledByAClaimedPageCount)
 {
-    m_papers.write(QStringLiteral("liar.pdf"), PdfBuilder().title("Liar").page({QStringLiteral("only one")}).claimPageCount(1'000'000'000).build());
+    m_papers.write(
+        QStringLiteral("liar.pdf"),
+        PdfBuilder().title("Liar").page({QStringLiteral("only one")}).claimPageCount(1'000'000'000).build());
     EXPECT_EQ(importAll().status, 0);
-    EXPECT_EQ(m_program.run({QStringLiteral("search"), QStringLiteral("--json"), QStringLiteral("only")}).json().array().size(), 1);
+    EXPECT_EQ(m_program.run({QStringLiteral("search"), QStringLiteral("--json"), QStringLiteral("only")})
+                  .json()
+                  .array()
+                  .size(),
+              1);
 }
 
 TEST_F(BadInput, RefusesAFolderByName)
@@ -135,20 +147,25 @@ TEST_F(BadInput, RefusesAFileThatMayNotBeRead)
 
 TEST_F(BadInput, NamesAPathThatDoesNotExist)
 {
-    const ProgramRun imported = m_program.run({QStringLiteral("import"), m_papers.path(QStringLiteral("gone.pdf"))});
+    const ProgramRun imported =
+        m_program.run({QStringLiteral("import"), m_papers.path(QStringLiteral("gone.pdf"))});
     EXPECT_EQ(imported.status, 1);
-    EXPECT_TRUE(imported.err.contains(m_papers.path(QStringLiteral("gone.pdf")))) << imported.err.toStdString();
+    EXPECT_TRUE(imported.err.contains(m_papers.path(QStringLiteral("gone.pdf"))))
+        << imported.err.toStdString();
     EXPECT_EQ(imported.out, u"0 indexed, 1 failed, 0 already in the library\n");
 }
 
 TEST_F(BadInput, StoresAndFindsOddFileNames)
 {
-    const QString odd = paper(QStringLiteral("it's \"odd\"\nname 🧪.pdf"), {QStringLiteral("unusual words")});
+    const QString odd =
+        paper(QStringLiteral("it's \"odd\"\nname 🧪.pdf"), {QStringLiteral("unusual words")});
     EXPECT_EQ(importAll().status, 0);
-    const ProgramRun found = m_program.run({QStringLiteral("search"), QStringLiteral("--json"), QStringLiteral("unusual")});
+    const ProgramRun found =
+        m_program.run({QStringLiteral("search"), QStringLiteral("--json"), QStringLiteral("unusual")});
     ASSERT_EQ(found.json().array().size(), 1);
     EXPECT_EQ(found.json().array().first()[QLatin1String("filepath")].toString(), odd);
-    EXPECT_EQ(m_program.run({QStringLiteral("search"), QStringLiteral("unusual")}).out.split(u'\n').size(), 4);
+    EXPECT_EQ(m_program.run({QStringLiteral("search"), QStringLiteral("unusual")}).out.split(u'\n').size(),
+              4);
 }
 
 TEST_F(BadInput, RefusesANameThatIsNotUtf8)
@@ -161,14 +178,20 @@ TEST_F(BadInput, RefusesANameThatIsNotUtf8)
     fclose(file);
     const ProgramRun imported = importAll();
     EXPECT_EQ(imported.status, 1);
-    EXPECT_EQ(imported.json()[QLatin1String("errors")].toObject().keys(), QStringList{m_papers.path(QStringLiteral("caf\\xe9.pdf"))});
+    EXPECT_EQ(imported.json()[QLatin1String("errors")].toObject().keys(),
+              QStringList{m_papers.path(QStringLiteral("caf\\xe9.pdf"))});
     EXPECT_EQ(imported.json()[QLatin1String("indexed")].toArray().size(), 1);
 }
 
 TEST_F(BadInput, CleansAndCutsHugeAttributes)
 {
-    m_papers.write(QStringLiteral("huge.pdf"), PdfBuilder().title(QByteArray("Huge \\000\\001") + QByteArray(1'000'000, 'x')).page({QStringLiteral("x")}).build());
-    m_papers.write(QStringLiteral("half.pdf"), PdfBuilder().title("\\376\\377\\330\\000\\000A").page({QStringLiteral("y")}).build());
+    m_papers.write(QStringLiteral("huge.pdf"),
+                   PdfBuilder()
+                       .title(QByteArray("Huge \\000\\001") + QByteArray(1'000'000, 'x'))
+                       .page({QStringLiteral("x")})
+                       .build());
+    m_papers.write(QStringLiteral("half.pdf"),
+                   PdfBuilder().title("\\376\\377\\330\\000\\000A").page({QStringLiteral("y")}).build());
     EXPECT_EQ(importAll().status, 0);
     for (const QString &title : idsByTitle().keys()) {
         EXPECT_LE(title.size(), 1000);
@@ -191,7 +214,8 @@ TEST_F(BadInput, SaysThatThereIsNoSpaceLeftAndKeepsTheLibraryWhole)
     });
     const ProgramRun imported = importAll();
     EXPECT_EQ(imported.status, 1) << imported.out.toStdString();
-    EXPECT_EQ(imported.json()[QLatin1String("errors")].toObject().keys(), QStringList{m_papers.path(QStringLiteral("big.pdf"))});
+    EXPECT_EQ(imported.json()[QLatin1String("errors")].toObject().keys(),
+              QStringList{m_papers.path(QStringLiteral("big.pdf"))});
 
     m_program.setChildSetup({});
     EXPECT_EQ(idsByTitle().keys(), QStringList{QStringLiteral("Good")});
@@ -204,7 +228,8 @@ TEST_F(BadInput, SaysWhichFolderCannotHoldTheLibrary)
     m_program.setEnvironment(QStringLiteral("XDG_DATA_HOME"), blocker);
     const ProgramRun listed = m_program.run({QStringLiteral("list")});
     EXPECT_EQ(listed.status, 1);
-    EXPECT_TRUE(listed.err.contains(u"The library database could not be opened.")) << listed.err.toStdString();
+    EXPECT_TRUE(listed.err.contains(u"The library database could not be opened."))
+        << listed.err.toStdString();
     EXPECT_TRUE(listed.err.contains(blocker)) << listed.err.toStdString();
 }
 
@@ -234,7 +259,10 @@ protected:
         ASSERT_EQ(sqlite3_open(m_program.libraryPath().toUtf8().constData(), &m_database), SQLITE_OK);
     }
     void TearDown() override { sqlite3_close(m_database); }
-    void execute(const char *sql) { ASSERT_EQ(sqlite3_exec(m_database, sql, nullptr, nullptr, nullptr), SQLITE_OK); }
+    void execute(const char *sql)
+    {
+        ASSERT_EQ(sqlite3_exec(m_database, sql, nullptr, nullptr, nullptr), SQLITE_OK);
+    }
 
     sqlite3 *m_database = nullptr;
 };

@@ -24,7 +24,9 @@ protected:
         sqlite3 *database = nullptr;
         ASSERT_EQ(sqlite3_open(m_program.libraryPath().toUtf8().constData(), &database), SQLITE_OK);
         EXPECT_EQ(answer(database, "PRAGMA integrity_check"), "ok");
-        EXPECT_EQ(answer(database, "SELECT count(*) FROM fts_papers WHERE paper_id NOT IN (SELECT id FROM papers)"), "0");
+        EXPECT_EQ(
+            answer(database, "SELECT count(*) FROM fts_papers WHERE paper_id NOT IN (SELECT id FROM papers)"),
+            "0");
         EXPECT_EQ(answer(database, "SELECT count(*) FROM papers p WHERE chunk_count <> "
                                    "(SELECT count(*) FROM fts_papers f WHERE f.paper_id = p.id)"),
                   "0");
@@ -34,7 +36,8 @@ protected:
     static std::string answer(sqlite3 *database, const char *sql)
     {
         sqlite3_stmt *statement = nullptr;
-        EXPECT_EQ(sqlite3_prepare_v2(database, sql, -1, &statement, nullptr), SQLITE_OK) << sqlite3_errmsg(database);
+        EXPECT_EQ(sqlite3_prepare_v2(database, sql, -1, &statement, nullptr), SQLITE_OK)
+            << sqlite3_errmsg(database);
         EXPECT_EQ(sqlite3_step(statement), SQLITE_ROW);
         const std::string text = reinterpret_cast<const char *>(sqlite3_column_text(statement, 0));
         sqlite3_finalize(statement);
@@ -77,12 +80,13 @@ TEST_F(Concurrency, SearchingGoesOnWhileAnImportRuns)
 TEST_F(Concurrency, CtrlCStopsAnImportCleanly)
 {
     addPapers(QStringLiteral("many"), 300, 10);
-    const ProgramRun stopped = m_program.run({QStringLiteral("import"), m_papers.path()}, [&](QProcess &process) {
-        // The library appears before the first paper is read, so most of the batch is still to come.
-        while (!QFile::exists(m_program.libraryPath()) && process.state() == QProcess::Running)
-            process.waitForFinished(1);
-        ::kill(static_cast<pid_t>(process.processId()), SIGINT);
-    });
+    const ProgramRun stopped =
+        m_program.run({QStringLiteral("import"), m_papers.path()}, [&](QProcess &process) {
+            // The library appears before the first paper is read, so most of the batch is still to come.
+            while (!QFile::exists(m_program.libraryPath()) && process.state() == QProcess::Running)
+                process.waitForFinished(1);
+            ::kill(static_cast<pid_t>(process.processId()), SIGINT);
+        });
     EXPECT_EQ(stopped.status, 130) << stopped.err.toStdString();
     EXPECT_TRUE(stopped.out.contains(u"indexed")) << stopped.out.toStdString();
     EXPECT_TRUE(stopped.out.contains(u"not done")) << stopped.out.toStdString();
@@ -95,11 +99,13 @@ TEST_F(Concurrency, CtrlCStopsAnImportCleanly)
 TEST_F(Concurrency, AKilledImportLeavesAWholeLibrary)
 {
     addPapers(QStringLiteral("many"), 100, 10);
-    const ProgramRun killed = m_program.run({QStringLiteral("import"), m_papers.path()}, [&](QProcess &process) {
-        while (QDir(m_program.dataFolder() + u"/covers").isEmpty() && process.state() == QProcess::Running)
-            process.waitForFinished(1);
-        process.kill();
-    });
+    const ProgramRun killed =
+        m_program.run({QStringLiteral("import"), m_papers.path()}, [&](QProcess &process) {
+            while (QDir(m_program.dataFolder() + u"/covers").isEmpty() &&
+                   process.state() == QProcess::Running)
+                process.waitForFinished(1);
+            process.kill();
+        });
     EXPECT_EQ(killed.status, -1);
     expectConsistent();
     EXPECT_EQ(importAll().status, 0);

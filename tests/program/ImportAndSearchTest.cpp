@@ -5,7 +5,9 @@ using ImportAndSearch = LibraryFixture;
 
 TEST_F(ImportAndSearch, FindsThePassageInAnImportedFolder)
 {
-    paper(QStringLiteral("attention.pdf"), {QStringLiteral("We propose a new simple network"), QStringLiteral("architecture, the Transformer, based on attention")},
+    paper(QStringLiteral("attention.pdf"),
+          {QStringLiteral("We propose a new simple network"),
+           QStringLiteral("architecture, the Transformer, based on attention")},
           "Attention and Networks", "A. One, B. Two");
     paper(QStringLiteral("graphs.pdf"), {QStringLiteral("A walk over planar graphs")}, "Planar Graphs");
 
@@ -13,7 +15,8 @@ TEST_F(ImportAndSearch, FindsThePassageInAnImportedFolder)
     EXPECT_EQ(imported.status, 0) << imported.err.toStdString();
     EXPECT_EQ(imported.json()[QLatin1String("indexed")].toArray().size(), 2);
 
-    const ProgramRun found = m_program.run({QStringLiteral("search"), QStringLiteral("--json"), QStringLiteral("transform")});
+    const ProgramRun found =
+        m_program.run({QStringLiteral("search"), QStringLiteral("--json"), QStringLiteral("transform")});
     EXPECT_EQ(found.status, 0);
     ASSERT_EQ(found.json().array().size(), 1);
     const QJsonObject result = found.json().array().first().toObject();
@@ -25,7 +28,8 @@ TEST_F(ImportAndSearch, FindsThePassageInAnImportedFolder)
 
 TEST_F(ImportAndSearch, PrintsResultsToRead)
 {
-    paper(QStringLiteral("a.pdf"), {QStringLiteral("The zeta function of a graph")}, "Zeta Functions", "C. Three");
+    paper(QStringLiteral("a.pdf"), {QStringLiteral("The zeta function of a graph")}, "Zeta Functions",
+          "C. Three");
     importAll();
     const ProgramRun found = m_program.run({QStringLiteral("search"), QStringLiteral("zeta")});
     EXPECT_EQ(found.status, 0);
@@ -43,7 +47,8 @@ TEST_F(ImportAndSearch, SaysThatNothingMatchesAndCallsThatASuccess)
     const ProgramRun found = m_program.run({QStringLiteral("search"), QStringLiteral("absent")});
     EXPECT_EQ(found.status, 0);
     EXPECT_EQ(found.out, u"No papers match.\n");
-    const ProgramRun asJson = m_program.run({QStringLiteral("search"), QStringLiteral("--json"), QStringLiteral("absent")});
+    const ProgramRun asJson =
+        m_program.run({QStringLiteral("search"), QStringLiteral("--json"), QStringLiteral("absent")});
     EXPECT_TRUE(asJson.json().isArray());
     EXPECT_TRUE(asJson.json().array().isEmpty());
 }
@@ -53,7 +58,8 @@ TEST_F(ImportAndSearch, FiltersAloneListThePapersThatPass)
     paper(QStringLiteral("a.pdf"), {QStringLiteral("one")}, "Deep Attention", "A. Smith");
     paper(QStringLiteral("b.pdf"), {QStringLiteral("two")}, "Shallow Thoughts", "B. Jones");
     importAll();
-    const ProgramRun found = m_program.run({QStringLiteral("search"), QStringLiteral("--json"), QStringLiteral("author:smith")});
+    const ProgramRun found =
+        m_program.run({QStringLiteral("search"), QStringLiteral("--json"), QStringLiteral("author:smith")});
     ASSERT_EQ(found.json().array().size(), 1);
     EXPECT_EQ(found.json().array().first()[QLatin1String("title")].toString(), u"Deep Attention");
 }
@@ -63,15 +69,17 @@ TEST_F(ImportAndSearch, FiltersNarrowFullTextResults)
     paper(QStringLiteral("a.pdf"), {QStringLiteral("common ground")}, "First", "A. Smith");
     paper(QStringLiteral("b.pdf"), {QStringLiteral("common ground")}, "Second", "B. Jones");
     importAll();
-    const ProgramRun found = m_program.run({QStringLiteral("search"), QStringLiteral("--json"), QStringLiteral("common"), QStringLiteral("author:jones")});
+    const ProgramRun found = m_program.run({QStringLiteral("search"), QStringLiteral("--json"),
+                                            QStringLiteral("common"), QStringLiteral("author:jones")});
     ASSERT_EQ(found.json().array().size(), 1);
     EXPECT_EQ(found.json().array().first()[QLatin1String("title")].toString(), u"Second");
 }
 
 TEST_F(ImportAndSearch, ExplainsAQueryWithoutALibrary)
 {
-    const ProgramRun explained = m_program.run({QStringLiteral("search"), QStringLiteral("--explain"), QStringLiteral("--json"),
-                                                QStringLiteral("author:smith year:2019 deep AND attention")});
+    const ProgramRun explained =
+        m_program.run({QStringLiteral("search"), QStringLiteral("--explain"), QStringLiteral("--json"),
+                       QStringLiteral("author:smith year:2019 deep AND attention")});
     EXPECT_EQ(explained.status, 0);
     const QJsonObject expected{{QStringLiteral("fullText"), QStringLiteral("deep AND attention")},
                                {QStringLiteral("title"), QJsonValue()},
@@ -93,7 +101,8 @@ TEST_F(ImportAndSearch, FindsPassagesInsideOnePaperByPage)
                                                    .build());
     importAll();
     const QString id = idsByTitle().value(QStringLiteral("Long"));
-    const ProgramRun found = m_program.run({QStringLiteral("find"), QStringLiteral("--json"), id.left(4), QStringLiteral("lemma")});
+    const ProgramRun found = m_program.run(
+        {QStringLiteral("find"), QStringLiteral("--json"), id.left(4), QStringLiteral("lemma")});
     ASSERT_EQ(found.json().array().size(), 2);
     EXPECT_EQ(found.json().array()[0][QLatin1String("page")].toInt(), 1);
     EXPECT_EQ(found.json().array()[1][QLatin1String("page")].toInt(), 3);
@@ -114,7 +123,8 @@ TEST_F(ImportAndSearch, SkipsFilesThatTheLibraryHas)
 TEST_F(ImportAndSearch, GivesCopiesOfOneFileOnePaper)
 {
     for (int copy = 0; copy < 12; ++copy)
-        m_papers.write(QStringLiteral("copy%1.pdf").arg(copy), PdfBuilder().title("Same").page({QStringLiteral("words")}).build());
+        m_papers.write(QStringLiteral("copy%1.pdf").arg(copy),
+                       PdfBuilder().title("Same").page({QStringLiteral("words")}).build());
     const ProgramRun imported = importAll();
     EXPECT_EQ(imported.status, 0) << imported.err.toStdString();
     EXPECT_EQ(m_program.run({QStringLiteral("list"), QStringLiteral("--json")}).json().array().size(), 1);
@@ -124,17 +134,28 @@ TEST_F(ImportAndSearch, GivesCopiesOfOneFileOnePaper)
 TEST_F(ImportAndSearch, FindsRightToLeftWordsAsTheyAreTyped)
 {
     m_papers.write(QStringLiteral("arabic.pdf"),
-                   PdfBuilder().title("Arabic").page({PdfBuilder::inVisualOrder(QStringLiteral("كتاب الرياضيات"))}).build());
+                   PdfBuilder()
+                       .title("Arabic")
+                       .page({PdfBuilder::inVisualOrder(QStringLiteral("كتاب الرياضيات"))})
+                       .build());
     importAll();
-    const ProgramRun found = m_program.run({QStringLiteral("search"), QStringLiteral("--json"), QStringLiteral("الرياضيات")});
+    const ProgramRun found =
+        m_program.run({QStringLiteral("search"), QStringLiteral("--json"), QStringLiteral("الرياضيات")});
     ASSERT_EQ(found.json().array().size(), 1);
     EXPECT_EQ(found.json().array().first()[QLatin1String("title")].toString(), u"Arabic");
 }
 
 TEST_F(ImportAndSearch, ReadsAnEncryptedFileThatOpensWithoutAPassword)
 {
-    m_papers.write(QStringLiteral("open.pdf"),
-                   PdfBuilder().title("Open").lock(PdfLock::OpensWithoutPassword).page({QStringLiteral("hidden treasure")}).build());
+    m_papers.write(QStringLiteral("open.pdf"), PdfBuilder()
+                                                   .title("Open")
+                                                   .lock(PdfLock::OpensWithoutPassword)
+                                                   .page({QStringLiteral("hidden treasure")})
+                                                   .build());
     EXPECT_EQ(importAll().status, 0);
-    EXPECT_EQ(m_program.run({QStringLiteral("search"), QStringLiteral("--json"), QStringLiteral("treasure")}).json().array().size(), 1);
+    EXPECT_EQ(m_program.run({QStringLiteral("search"), QStringLiteral("--json"), QStringLiteral("treasure")})
+                  .json()
+                  .array()
+                  .size(),
+              1);
 }

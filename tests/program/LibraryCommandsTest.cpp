@@ -29,12 +29,15 @@ protected:
 
 TEST_F(LibraryCommands, ListsPapersByTitle)
 {
-    EXPECT_EQ(titles(run({QStringLiteral("list")})), (QStringList{QStringLiteral("Knots"), QStringLiteral("Trees")}));
+    EXPECT_EQ(titles(run({QStringLiteral("list")})),
+              (QStringList{QStringLiteral("Knots"), QStringLiteral("Trees")}));
 }
 
 TEST_F(LibraryCommands, ListsByFilterAndRefusesFreeTextThere)
 {
-    EXPECT_EQ(titles(run({QStringLiteral("list"), QStringLiteral("--filter"), QStringLiteral("author:reide")})), QStringList{QStringLiteral("Knots")});
+    EXPECT_EQ(
+        titles(run({QStringLiteral("list"), QStringLiteral("--filter"), QStringLiteral("author:reide")})),
+        QStringList{QStringLiteral("Knots")});
     EXPECT_EQ(run({QStringLiteral("list"), QStringLiteral("--filter"), QStringLiteral("words")}).status, 2);
 }
 
@@ -69,7 +72,9 @@ TEST_F(LibraryCommands, RefusesAPrefixThatIsTooShort)
 
 TEST_F(LibraryCommands, EditsWhatIsGivenAndKeepsTheRest)
 {
-    const ProgramRun edited = run({QStringLiteral("edit"), m_knots, QStringLiteral("--year"), QStringLiteral("1932"), QStringLiteral("--title"), QStringLiteral("Knotentheorie")});
+    const ProgramRun edited =
+        run({QStringLiteral("edit"), m_knots, QStringLiteral("--year"), QStringLiteral("1932"),
+             QStringLiteral("--title"), QStringLiteral("Knotentheorie")});
     EXPECT_EQ(edited.status, 0);
     EXPECT_EQ(edited.json()[QLatin1String("year")].toInt(), 1932);
     EXPECT_EQ(edited.json()[QLatin1String("title")].toString(), u"Knotentheorie");
@@ -81,38 +86,55 @@ TEST_F(LibraryCommands, EditsWhatIsGivenAndKeepsTheRest)
 TEST_F(LibraryCommands, RefusesEditsThatMakeNoSense)
 {
     EXPECT_EQ(run({QStringLiteral("edit"), m_knots}).status, 2);
-    EXPECT_EQ(run({QStringLiteral("edit"), m_knots, QStringLiteral("--title"), QStringLiteral("  ")}).status, 2);
-    EXPECT_EQ(run({QStringLiteral("edit"), m_knots, QStringLiteral("--year"), QStringLiteral("soon")}).status, 2);
+    EXPECT_EQ(run({QStringLiteral("edit"), m_knots, QStringLiteral("--title"), QStringLiteral("  ")}).status,
+              2);
+    EXPECT_EQ(run({QStringLiteral("edit"), m_knots, QStringLiteral("--year"), QStringLiteral("soon")}).status,
+              2);
 }
 
 TEST_F(LibraryCommands, TagsAndUntagsAPaper)
 {
     EXPECT_EQ(run({QStringLiteral("tag"), m_knots, QStringLiteral(" to read ")}).status, 0);
-    EXPECT_EQ(titles(run({QStringLiteral("list"), QStringLiteral("--tag"), QStringLiteral("to read")})), QStringList{QStringLiteral("Knots")});
+    EXPECT_EQ(titles(run({QStringLiteral("list"), QStringLiteral("--tag"), QStringLiteral("to read")})),
+              QStringList{QStringLiteral("Knots")});
     EXPECT_EQ(run({QStringLiteral("untag"), m_knots, QStringLiteral("to read")}).status, 0);
-    EXPECT_TRUE(titles(run({QStringLiteral("list"), QStringLiteral("--tag"), QStringLiteral("to read")})).isEmpty());
+    EXPECT_TRUE(
+        titles(run({QStringLiteral("list"), QStringLiteral("--tag"), QStringLiteral("to read")})).isEmpty());
 }
 
 TEST_F(LibraryCommands, KeepsTheReadingListOutOfTheTags)
 {
     EXPECT_EQ(run({QStringLiteral("tag"), m_knots, QStringLiteral("_currently_reading")}).status, 0);
-    EXPECT_EQ(titles(run({QStringLiteral("list"), QStringLiteral("--reading")})), QStringList{QStringLiteral("Knots")});
+    EXPECT_EQ(titles(run({QStringLiteral("list"), QStringLiteral("--reading")})),
+              QStringList{QStringLiteral("Knots")});
     EXPECT_FALSE(run({QStringLiteral("tags")}).json().array().contains(QStringLiteral("_currently_reading")));
     EXPECT_EQ(run({QStringLiteral("tag"), m_knots, QStringLiteral("_mine")}).status, 2);
 }
 
 TEST_F(LibraryCommands, CreatesRenamesAndDeletesTags)
 {
-    EXPECT_TRUE(run({QStringLiteral("tags"), QStringLiteral("create"), QStringLiteral("new")}).json().array().contains(QStringLiteral("new")));
-    const QJsonArray renamed = run({QStringLiteral("tags"), QStringLiteral("rename"), QStringLiteral("new"), QStringLiteral("newer")}).json().array();
+    EXPECT_TRUE(run({QStringLiteral("tags"), QStringLiteral("create"), QStringLiteral("new")})
+                    .json()
+                    .array()
+                    .contains(QStringLiteral("new")));
+    const QJsonArray renamed = run({QStringLiteral("tags"), QStringLiteral("rename"), QStringLiteral("new"),
+                                    QStringLiteral("newer")})
+                                   .json()
+                                   .array();
     EXPECT_TRUE(renamed.contains(QStringLiteral("newer")));
     EXPECT_FALSE(renamed.contains(QStringLiteral("new")));
-    EXPECT_FALSE(run({QStringLiteral("tags"), QStringLiteral("delete"), QStringLiteral("newer")}).json().array().contains(QStringLiteral("newer")));
+    EXPECT_FALSE(run({QStringLiteral("tags"), QStringLiteral("delete"), QStringLiteral("newer")})
+                     .json()
+                     .array()
+                     .contains(QStringLiteral("newer")));
 }
 
 TEST_F(LibraryCommands, SaysThatATagToRenameOrDeleteDoesNotExist)
 {
-    EXPECT_EQ(run({QStringLiteral("tags"), QStringLiteral("rename"), QStringLiteral("ghost"), QStringLiteral("x")}).status, 1);
+    EXPECT_EQ(
+        run({QStringLiteral("tags"), QStringLiteral("rename"), QStringLiteral("ghost"), QStringLiteral("x")})
+            .status,
+        1);
     EXPECT_EQ(run({QStringLiteral("tags"), QStringLiteral("delete"), QStringLiteral("ghost")}).status, 1);
 }
 
@@ -138,7 +160,8 @@ TEST_F(LibraryCommands, ListsNoBookmarksOfANewPaper)
 
 TEST_F(LibraryCommands, RemovesPapersAndNeverTheirFiles)
 {
-    const QString cover = run({QStringLiteral("show"), m_knots}).json()[QLatin1String("cover_path")].toString();
+    const QString cover =
+        run({QStringLiteral("show"), m_knots}).json()[QLatin1String("cover_path")].toString();
     const ProgramRun removed = run({QStringLiteral("remove"), m_knots, QStringLiteral("zzzz")});
     EXPECT_EQ(removed.status, 1) << "one of the two is unknown";
     EXPECT_EQ(removed.json()[QLatin1String("removed")].toArray(), QJsonArray{m_knots});
@@ -159,5 +182,7 @@ TEST_F(LibraryCommands, CallsUnknownArgumentsWrongUsage)
 {
     EXPECT_EQ(m_program.run({QStringLiteral("dance")}).status, 2);
     EXPECT_EQ(m_program.run({QStringLiteral("show")}).status, 2);
-    EXPECT_EQ(m_program.run({QStringLiteral("list"), QStringLiteral("--reading"), QStringLiteral("--recent")}).status, 2);
+    EXPECT_EQ(m_program.run({QStringLiteral("list"), QStringLiteral("--reading"), QStringLiteral("--recent")})
+                  .status,
+              2);
 }

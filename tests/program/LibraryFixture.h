@@ -24,14 +24,18 @@ protected:
         return m_papers.write(name, builder.page(lines).build());
     }
 
-    ProgramRun import(const QString &path) { return m_program.run({QStringLiteral("import"), QStringLiteral("--json"), path}); }
+    ProgramRun import(const QString &path)
+    {
+        return m_program.run({QStringLiteral("import"), QStringLiteral("--json"), path});
+    }
     ProgramRun importAll() { return import(m_papers.path()); }
 
     /// The ids of a list's papers by their titles.
     QMap<QString, QString> idsByTitle()
     {
         QMap<QString, QString> ids;
-        for (const QJsonValue paper : m_program.run({QStringLiteral("list"), QStringLiteral("--json")}).json().array())
+        for (const QJsonValue paper :
+             m_program.run({QStringLiteral("list"), QStringLiteral("--json")}).json().array())
             ids.insert(paper[QLatin1String("title")].toString(), paper[QLatin1String("id")].toString());
         return ids;
     }

@@ -1,6 +1,7 @@
 #include "support/Program.h"
 
-namespace {
+namespace
+{
 /// Far beyond any run; a test that reaches it has found a hang.
 constexpr int kHangMs = 280'000;
 } // namespace
