@@ -33,10 +33,10 @@ void printPaper(const Paper &paper, const Output &output)
     printPaperHeading(paper.id, paper.title, paper.authors, paper.year, output);
 }
 
-void printPassage(const Passage &passage, const Output &output)
+void printPassage(const Passage &passage, const QString &query, const Output &output)
 {
     QString text;
-    for (const SnippetSpan &span : markUpSnippet(passage.text)) {
+    for (const SnippetSpan &span : markUpSnippet(passage.text, query)) {
         const QString shown = printable(span.text);
         text += span.isMatch ? output.emphasised(shown) : shown;
     }

@@ -68,14 +68,14 @@ Result<QHash<QString, Paper>> papersOf(const QList<SearchResult> &results, const
     return byId;
 }
 
-void printResults(const QList<SearchResult> &results, const QHash<QString, Paper> &papers,
+void printResults(const QList<SearchResult> &results, const QString &query, const QHash<QString, Paper> &papers,
                   const Output &output)
 {
     for (const SearchResult &result : results) {
         const Paper paper = papers.value(result.paperId);
         printPaperHeading(result.paperId, result.title, paper.authors, paper.year, output);
         for (const Passage &passage : result.passages)
-            printPassage(passage, output);
+            printPassage(passage, query, output);
         output.line({});
     }
     if (results.isEmpty())
@@ -103,7 +103,7 @@ ExitStatus runSearch(const SearchRequest &request, const CommandContext &context
     if (context.output.isJson())
         context.output.json(asJson(results));
     else
-        printResults(results, *papers, context.output);
+        printResults(results, query.fullText, *papers, context.output);
     return ExitStatus::Done;
 }
 
@@ -122,7 +122,7 @@ ExitStatus runFind(const FindRequest &request, const CommandContext &context)
     }
     printPaper(*paper, context.output);
     for (const Passage &passage : *passages)
-        printPassage(passage, context.output);
+        printPassage(passage, request.query, context.output);
     if (passages->isEmpty())
         context.output.line(QStringLiteral("No passages match."));
     return ExitStatus::Done;
