@@ -98,9 +98,13 @@ private:
         command->callback([this, words, explain] {
             const QString query = toText(CLI::detail::join(*words, " "));
             if (*explain)
-                m_invocation.runAlone = [query](const Output &output) { return runExplain(query, output); };
+                m_invocation.runAlone = [query](const Output &output) {
+                    return runExplain(query, output);
+                };
             else
-                m_invocation.run = [query](const CommandContext &context) { return runSearch(query, context); };
+                m_invocation.run = [query](const CommandContext &context) {
+                    return runSearch(query, context);
+                };
         });
     }
 

@@ -1,4 +1,5 @@
 #include "app/Services.h"
+#include "base/TextClasses.h"
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "cli/PaperLookup.h"
@@ -54,8 +55,8 @@ Result<QHash<QString, Paper>> papersOf(const QList<SearchResult> &results, const
     return byId;
 }
 
-void printResults(const QList<SearchResult> &results, const QString &query, const QHash<QString, Paper> &papers,
-                  const Output &output)
+void printResults(const QList<SearchResult> &results, const QString &query,
+                  const QHash<QString, Paper> &papers, const Output &output)
 {
     for (const SearchResult &result : results) {
         const Paper paper = papers.value(result.paperId);
@@ -79,7 +80,7 @@ ExitStatus runExplain(const QString &text, const Output &output)
     }
     for (auto part = parts.begin(); part != parts.end(); ++part) {
         const QString value = part->isNull() ? QStringLiteral("-") : part->toVariant().toString();
-        output.line(part.key().leftJustified(11) + printable(value));
+        output.line(part.key().leftJustified(11) + onOneLine(value));
     }
     return ExitStatus::Done;
 }

@@ -116,9 +116,8 @@ TEST_F(Concurrency, CtrlCStopsAnImportCleanly)
 {
     addPapers(QStringLiteral("many"), 100, 10);
     addPaperOfABook();
-    const ProgramRun stopped = importUntilItAsksForTheBook([](QProcess &process) {
-        ::kill(static_cast<pid_t>(process.processId()), SIGINT);
-    });
+    const ProgramRun stopped = importUntilItAsksForTheBook(
+        [](QProcess &process) { ::kill(static_cast<pid_t>(process.processId()), SIGINT); });
     EXPECT_EQ(stopped.status, 130) << stopped.err.toStdString();
     EXPECT_TRUE(stopped.out.contains(u" indexed, 0 failed")) << stopped.out.toStdString();
     EXPECT_TRUE(stopped.out.contains(u" not done")) << stopped.out.toStdString();
