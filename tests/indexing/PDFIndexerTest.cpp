@@ -154,12 +154,15 @@ TEST_F(PDFIndexerTest, SaysWhyADocumentDoesNotOpen)
 
 TEST_F(PDFIndexerTest, SaysWhyAFileDoesNotOpen)
 {
-    for (const QString &path : {m_folder.path(QStringLiteral("missing.pdf")), m_folder.path()}) {
-        const Result<Paper> paper = tryIndex(path);
+    const QMap<QString, QString> reasons{
+        {m_folder.path(QStringLiteral("missing.pdf")), QStringLiteral("No such file or directory")},
+        {m_folder.path(), QStringLiteral("it is a folder")}};
+    for (auto expected = reasons.begin(); expected != reasons.end(); ++expected) {
+        const Result<Paper> paper = tryIndex(expected.key());
         ASSERT_FALSE(paper);
         EXPECT_TRUE(isIndexerError(paper.error(), PDFIndexerErrorCode::CannotLoad,
                                    QStringLiteral("Failed to load PDF")));
-        EXPECT_TRUE(paper.error().reason.contains(path));
+        EXPECT_EQ(paper.error().reason, expected.value());
     }
 }
 
