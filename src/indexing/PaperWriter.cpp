@@ -32,13 +32,17 @@ Result<void> writeTags(Database &database, const Paper &paper)
     return {};
 }
 
-/// Whether the library may hold text of the paper already.
+/// Whether the library holds the paper already. Changes nothing, but as a write it waits for other programs
+/// and keeps them out until the transaction ends, so that the answer stays true.
 Result<bool> isStored(Database &database, const QString &id)
 {
-    const auto rows = database.query(QStringLiteral("SELECT 1 FROM papers WHERE id = ?"), {id});
+    const auto touched = database.execute(QStringLiteral("UPDATE papers SET id = id WHERE id = ?"), {id});
+    if (!touched)
+        return touched.error();
+    const auto rows = database.query(QStringLiteral("SELECT changes() AS n"));
     if (!rows)
         return rows.error();
-    return !rows->isEmpty();
+    return !rows->isEmpty() && rows->first().integer(QLatin1String("n")) != 0;
 }
 
 Result<void> writeAll(Database &database, const NewPaper &added, bool replacesStored)
@@ -61,16 +65,20 @@ Result<void> writeAll(Database &database, const NewPaper &added, bool replacesSt
 
 Result<std::optional<Paper>> writePaper(Database &database, const NewPaper &paper)
 {
-    if (paper.contentHash) {
-        Result<std::optional<Paper>> known = selectPaperByContentHash(database, *paper.contentHash);
-        if (!known || *known)
-            return known;
-    }
-    const Result<bool> stored = isStored(database, paper.paper.id);
-    if (!stored)
-        return stored.error();
-    auto written = inTransaction(database, [&] { return writeAll(database, paper, *stored); });
+    std::optional<Paper> known;
+    auto written = inTransaction(database, [&]() -> Result<void> {
+        const Result<bool> stored = isStored(database, paper.paper.id);
+        if (!stored)
+            return stored.error();
+        if (paper.contentHash) {
+            const auto found = selectPaperByContentHash(database, *paper.contentHash);
+            if (!found)
+                return found.error();
+            known = *found;
+        }
+        return known ? Result<void>() : writeAll(database, paper, *stored);
+    });
     if (!written)
         return written.error();
-    return std::optional<Paper>();
+    return known;
 }

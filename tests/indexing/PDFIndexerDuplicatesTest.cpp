@@ -101,4 +101,27 @@ TEST_F(PDFIndexerDuplicatesTest, MakeOnePaperWhenOneFileIsIndexedTwiceAtTheSameM
     EXPECT_EQ(count(QStringLiteral("papers")), 1);
     EXPECT_EQ(covers().size(), 1);
 }
+TEST_F(PDFIndexerDuplicatesTest, MakeOnePaperEachWhenTwoProgramsIndexThemAtTheSameTime)
+{
+    QStringList paths;
+    for (int i = 0; i < 40; ++i)
+        paths.append(m_folder.write(QStringLiteral("paper%1.pdf").arg(i), QByteArray::number(i)));
+    ASSERT_EQ(count(QStringLiteral("papers")), 0); // the library is made before the other program opens it
+    DatabaseManager otherDb{m_db.dbPath()};
+    NativeLibraryService otherLibrary{otherDb, m_publisher, m_bookmarkEvents};
+    PDFIndexer other({otherDb, otherLibrary, m_books, m_covers, m_clock, m_openPDF});
+    std::latch ready(2);
+    const auto indexAll = [&](PDFIndexer indexer) {
+        ready.arrive_and_wait();
+        for (const QString &path : paths) {
+            const Result<Paper> paper = indexer.indexFile(path);
+            EXPECT_TRUE(paper) << paper.error().message().toStdString();
+        }
+    };
+    std::thread otherProgram([&] { indexAll(other); });
+    indexAll(indexer());
+    otherProgram.join();
+    EXPECT_EQ(count(QStringLiteral("papers")), 40);
+    EXPECT_EQ(count(QStringLiteral("fts_papers")), 40);
+}
 } // namespace
