@@ -12,7 +12,8 @@
 #include <mutex>
 #include <thread>
 
-namespace {
+namespace
+{
 
 struct FinishedFile {
     QString path;
@@ -119,14 +120,16 @@ ImportOutcome ImportFlow::run(const QStringList &paths, std::stop_token stop, co
     const auto start = m_clock.elapsed();
 
     ImportOutcome outcome;
-    ImportProgress progress{.done = 0, .total = static_cast<int>(paths.size()), .status = {}, .timeEstimate = {}};
+    ImportProgress progress{
+        .done = 0, .total = static_cast<int>(paths.size()), .status = {}, .timeEstimate = {}};
     Batch batch(paths, m_indexFile, stop);
     while (progress.done < progress.total) {
         const FinishedFile file = batch.next();
         fold(file, outcome);
         ++progress.done;
         progress.status = u"Indexed: " + file.path.section(u'/', -1);
-        progress.timeEstimate = estimate(progress, std::chrono::duration<double>(m_clock.elapsed() - start).count());
+        progress.timeEstimate =
+            estimate(progress, std::chrono::duration<double>(m_clock.elapsed() - start).count());
         onProgress(progress);
     }
     return outcome;

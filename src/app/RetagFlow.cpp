@@ -6,7 +6,8 @@
 
 #include <QSet>
 
-namespace {
+namespace
+{
 
 bool sameSet(const QStringList &left, const QStringList &right)
 {
@@ -25,7 +26,8 @@ RetagFlow::RetagFlow(Collaborators collaborators)
 {
 }
 
-Result<RetagCount> RetagFlow::run(std::stop_token stop, const std::function<void(const RetagCount &)> &onProgress)
+Result<RetagCount> RetagFlow::run(std::stop_token stop,
+                                  const std::function<void(const RetagCount &)> &onProgress)
 {
     const Result<QList<Paper>> papers = m_with.library.allPapers().result();
     if (!papers)
@@ -59,14 +61,13 @@ Result<bool> RetagFlow::retagOne(Paper paper, const std::stop_token &stop)
         return cancelledError();
     if (sameSet(tags, paper.tags))
         return false;
-    const auto replaced = m_with.db
-                              .perform(Urgency::Background,
-                                       [&](Database &database) {
-                                           return inTransaction(database, [&] {
-                                               return database.replaceTags(paper.id, tags);
-                                           });
-                                       })
-                              .result();
+    const auto replaced =
+        m_with.db
+            .perform(Urgency::Background,
+                     [&](Database &database) {
+                         return inTransaction(database, [&] { return database.replaceTags(paper.id, tags); });
+                     })
+            .result();
     if (!replaced)
         return replaced.error();
     paper.tags = tags;

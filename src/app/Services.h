@@ -7,10 +7,8 @@ class DatabaseManager;
 class ImportFlow;
 class NativeLibraryService;
 class NativeSearchService;
-class PDFIndexer;
 class Preferences;
 class RetagFlow;
-class SystemSearchPublisher;
 
 /// Where one set of services keeps its library.
 struct ServiceLocations {
@@ -21,22 +19,20 @@ struct ServiceLocations {
     static ServiceLocations ofTheUser();
 };
 
-/// The one set of long-lived services that a process uses, each built on first use with the collaborators
-/// that it needs; whoever owns this owns them all. Ask for services from one thread; what they allow to
-/// other threads, their own headers say.
+/// The composition root: builds the one set of long-lived services that a process uses, each with the
+/// collaborators that it needs, and owns them. Building it starts the database thread and costs nothing
+/// else. From which threads a service may be called, its own header says.
 class Services
 {
 public:
-    explicit Services(ServiceLocations locations);
+    explicit Services(const ServiceLocations &locations);
     ~Services();
 
     DatabaseManager &db();
     NativeLibraryService &library();
     NativeSearchService &search();
-    PDFIndexer &indexer();
     ImportFlow &importFlow();
     RetagFlow &retagFlow();
-    SystemSearchPublisher &systemSearch();
     Preferences &preferences();
 
 private:

@@ -23,5 +23,6 @@ public:
     std::chrono::nanoseconds elapsed() const override;
 };
 
-/// ISO 8601 in UTC with whole seconds and a "Z", the one form in which times are stored: it sorts as time does.
+/// ISO 8601 in UTC with whole seconds and a "Z", the one form in which times are stored: it sorts as time
+/// does.
 QString toStoredTime(const QDateTime &time);

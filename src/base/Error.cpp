@@ -1,6 +1,7 @@
 #include "base/Error.h"
 
-namespace {
+namespace
+{
 constexpr int kCancelledCode = 1;
 }
 

@@ -9,14 +9,12 @@
 
 /// A value or an `Error`, with the member names of std::expected, which this compiler does not have yet.
 /// Reading the side that is absent is a broken invariant and throws std::bad_variant_access.
-template <typename T>
-class [[nodiscard]] Result
+template <typename T> class [[nodiscard]] Result
 {
 public:
     using value_type = T;
 
-    Result()
-        requires std::default_initializable<T>
+    Result() requires std::default_initializable<T>
     = default;
     Result(const T &value)
         : m_content(std::in_place_index<0>, value)
@@ -43,8 +41,7 @@ public:
     T *operator->() { return &value(); }
     const T *operator->() const { return &value(); }
 
-    template <typename U>
-    T value_or(U &&fallback) const &
+    template <typename U> T value_or(U &&fallback) const &
     {
         return has_value() ? value() : static_cast<T>(std::forward<U>(fallback));
     }
@@ -57,8 +54,7 @@ private:
 };
 
 /// Success without a value, or an `Error`.
-template <>
-class [[nodiscard]] Result<void>
+template <> class [[nodiscard]] Result<void>
 {
 public:
     using value_type = void;

@@ -17,10 +17,24 @@ bool isHorizontalSpace(char32_t character)
 QString trimmedHorizontally(const QString &text)
 {
     // Every space separator lies in the basic plane, so code units serve as characters here.
-    const auto isSpace = [](QChar c) { return isHorizontalSpace(c.unicode()); };
+    const auto isSpace = [](QChar c) {
+        return isHorizontalSpace(c.unicode());
+    };
     const auto first = std::find_if_not(text.begin(), text.end(), isSpace);
     const auto last = std::find_if_not(text.rbegin(), std::make_reverse_iterator(first), isSpace).base();
     return QString(first, last - first);
+}
+
+QString onOneLine(QString text)
+{
+    const auto isDisruptive = [](QChar c) {
+        const bool isDirectional =
+            (c >= QChar(0x202a) && c <= QChar(0x202e)) || (c >= QChar(0x2066) && c <= QChar(0x2069));
+        return isDirectional || c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
+               c == QChar::ParagraphSeparator;
+    };
+    std::replace_if(text.begin(), text.end(), isDisruptive, QChar(u' '));
+    return text;
 }
 
 QString firstCharacters(const QString &text, qsizetype count)

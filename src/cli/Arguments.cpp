@@ -6,7 +6,8 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
-namespace {
+namespace
+{
 
 using Run = std::function<ExitStatus(const CommandContext &)>;
 
@@ -60,12 +61,17 @@ private:
 
     void onRun(CLI::App *command, Run run)
     {
-        command->callback([this, run = std::move(run)] { m_invocation.run = run; });
+        // CLI11 calls a command after the subcommand that was chosen of it.
+        command->callback([this, command, run = std::move(run)] {
+            if (command->get_subcommands().empty())
+                m_invocation.run = run;
+        });
     }
 
     static CLI::Option *declarePaperId(CLI::App *command, std::string &id)
     {
-        return command->add_option("PAPER-ID", id, "The paper's id, or at least the first 4 characters of it")->required();
+        return command->add_option("PAPER-ID", id, "The paper's id, or at least the first 4 characters of it")
+            ->required();
     }
 
     void declareImport()
@@ -83,16 +89,22 @@ private:
 
     void declareSearch()
     {
-        CLI::App *command = declare("search", "Find papers by words in them, and by author:, title:, filename:, year:");
+        CLI::App *command =
+            declare("search", "Find papers by words in them, and by author:, title:, filename:, year:");
         auto words = std::make_shared<std::vector<std::string>>();
         auto explain = std::make_shared<bool>(false);
         command->add_option("QUERY", *words, "What to look for, as in the search field")->required();
         command->add_flag("--explain", *explain, "Show how the query is understood; search nothing");
         command->callback([this, words, explain] {
-            m_invocation.needsLibrary = !*explain;
-            m_invocation.run = [words, explain](const CommandContext &context) {
-                return runSearch({.query = toText(CLI::detail::join(*words, " ")), .explain = *explain}, context);
-            };
+            const QString query = toText(CLI::detail::join(*words, " "));
+            if (*explain)
+                m_invocation.runAlone = [query](const Output &output) {
+                    return runExplain(query, output);
+                };
+            else
+                m_invocation.run = [query](const CommandContext &context) {
+                    return runSearch(query, context);
+                };
         });
     }
 
@@ -104,31 +116,36 @@ private:
         declarePaperId(command, *id);
         command->add_option("QUERY", *words, "What to look for")->required();
         onRun(command, [id, words](const CommandContext &context) {
-            return runFind({.paperId = toText(*id), .query = toText(CLI::detail::join(*words, " "))}, context);
+            return runFind({.paperId = toText(*id), .query = toText(CLI::detail::join(*words, " "))},
+                           context);
         });
     }
 
     void declareList()
     {
+        struct Typed {
+            std::optional<std::string> tag;
+            bool reading = false;
+            bool recent = false;
+            std::string filter;
+        };
         CLI::App *command = declare("list", "List papers");
-        auto request = std::make_shared<ListRequest>();
-        auto tag = std::make_shared<std::string>();
-        auto filter = std::make_shared<std::string>();
+        auto typed = std::make_shared<Typed>();
         CLI::Option_group *which = command->add_option_group("which");
-        which->add_option("--tag", *tag, "Those that carry this tag")->type_name("NAME");
-        which->add_flag("--reading", "Those on the reading list");
-        which->add_flag("--recent", "Those of the last import, newest first");
+        which->add_option("--tag", typed->tag, "Those that carry this tag")->type_name("NAME");
+        which->add_flag("--reading", typed->reading, "Those on the reading list");
+        which->add_flag("--recent", typed->recent, "Those of the last import, newest first");
         which->require_option(0, 1);
-        command->add_option("--filter", *filter, "Only those that pass these field filters")->type_name("QUERY");
-        onRun(command, [request, tag, filter, which](const CommandContext &context) {
+        command->add_option("--filter", typed->filter, "Only those that pass these field filters")
+            ->type_name("QUERY");
+        onRun(command, [typed](const CommandContext &context) {
             using Which = ListRequest::Which;
-            request->which = which->count("--tag")       ? Which::Tag
-                             : which->count("--reading") ? Which::Reading
-                             : which->count("--recent")  ? Which::Recent
-                                                         : Which::All;
-            request->tag = toText(*tag);
-            request->filter = toText(*filter);
-            return runList(*request, context);
+            ListRequest request{.filter = toText(typed->filter)};
+            if (typed->tag)
+                request = {.which = Which::Tag, .tag = toText(*typed->tag), .filter = request.filter};
+            else if (typed->reading || typed->recent)
+                request.which = typed->reading ? Which::Reading : Which::Recent;
+            return runList(request, context);
         });
     }
 
@@ -141,7 +158,8 @@ private:
 
         CLI::App *remove = declare("remove", "Remove papers from the library; their files stay");
         auto ids = std::make_shared<std::vector<std::string>>();
-        remove->add_option("PAPER-ID", *ids, "Their ids, or at least the first 4 characters of each")->required();
+        remove->add_option("PAPER-ID", *ids, "Their ids, or at least the first 4 characters of each")
+            ->required();
         onRun(remove, [ids](const CommandContext &context) {
             QStringList texts;
             for (const std::string &id : *ids)
@@ -184,8 +202,9 @@ private:
         command->add_option("--authors", *authors, "The new authors; may be empty");
         command->add_option("--year", *year, "The new year");
         onRun(command, [id, title, authors, year](const CommandContext &context) {
-            return runEdit({.paperId = toText(*id), .title = toText(*title), .authors = toText(*authors), .year = *year},
-                           context);
+            return runEdit(
+                {.paperId = toText(*id), .title = toText(*title), .authors = toText(*authors), .year = *year},
+                context);
         });
     }
 
@@ -197,7 +216,8 @@ private:
         declareForName(tags, "create", "Create a tag", runTagsCreate);
         declareForName(tags, "delete", "Delete a tag; its papers stay", runTagsDelete);
 
-        CLI::App *rename = declare("rename", "Rename a tag everywhere, merging it into one of that name", tags);
+        CLI::App *rename =
+            declare("rename", "Rename a tag everywhere, merging it into one of that name", tags);
         auto names = std::make_shared<std::pair<std::string, std::string>>();
         rename->add_option("OLD", names->first, "The tag")->required();
         rename->add_option("NEW", names->second, "Its new name")->required();

@@ -16,11 +16,9 @@ struct ImportRequest {
 };
 ExitStatus runImport(const ImportRequest &request, const CommandContext &context);
 
-struct SearchRequest {
-    QString query;
-    bool explain = false; ///< show how the query is understood, search nothing
-};
-ExitStatus runSearch(const SearchRequest &request, const CommandContext &context);
+ExitStatus runSearch(const QString &query, const CommandContext &context);
+/// Shows how a query is understood; searches nothing and touches no library.
+ExitStatus runExplain(const QString &query, const Output &output);
 
 struct FindRequest {
     QString paperId; ///< the whole id or a prefix, here and below
@@ -31,8 +29,8 @@ ExitStatus runFind(const FindRequest &request, const CommandContext &context);
 struct ListRequest {
     enum class Which { All, Tag, Reading, Recent };
     Which which = Which::All;
-    QString tag;
-    QString filter; ///< field filters; empty for none
+    QString tag = {};    ///< for `Which::Tag`
+    QString filter = {}; ///< field filters; empty for none
 };
 ExitStatus runList(const ListRequest &request, const CommandContext &context);
 

@@ -9,7 +9,8 @@
 #include <QJsonArray>
 #include <QJsonObject>
 
-namespace {
+namespace
+{
 
 struct Selection {
     QStringList fresh;   ///< to be indexed
@@ -31,7 +32,10 @@ void showProgress(const ImportProgress &progress, const Output &output)
 {
     QString text = QStringLiteral("%1/%2  %3").arg(progress.done).arg(progress.total).arg(progress.status);
     if (!progress.timeEstimate.isEmpty())
-        text = QStringLiteral("%1/%2  %3  %4").arg(progress.done).arg(progress.total).arg(progress.timeEstimate, progress.status);
+        text = QStringLiteral("%1/%2  %3  %4")
+                   .arg(progress.done)
+                   .arg(progress.total)
+                   .arg(progress.timeEstimate, progress.status);
     output.progress(text);
 }
 
@@ -67,8 +71,10 @@ ExitStatus runImport(const ImportRequest &request, const CommandContext &context
         return fail(libraryPaths.error(), context);
 
     const Selection selection = select(found.paths, *libraryPaths);
-    ImportOutcome outcome = context.services.importFlow().run(
-        selection.fresh, context.stop, [&](const ImportProgress &progress) { showProgress(progress, output); });
+    ImportOutcome outcome =
+        context.services.importFlow().run(selection.fresh, context.stop, [&](const ImportProgress &progress) {
+            showProgress(progress, output);
+        });
     output.progress({});
     for (auto problem = found.problems.begin(); problem != found.problems.end(); ++problem) {
         output.failure(problem.key() + u": " + problem.value());

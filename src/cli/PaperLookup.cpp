@@ -6,7 +6,8 @@
 
 #include <QJsonObject>
 
-namespace {
+namespace
+{
 
 Error lookupError(const QString &description)
 {
@@ -25,9 +26,10 @@ void report(const QString &text, const CommandContext &context)
 Result<Paper> findPaper(const QString &idOrPrefix, const CommandContext &context)
 {
     if (idOrPrefix.size() < kShortestIdPrefix) {
-        return lookupError(QStringLiteral("'%1' is too short to name a paper: give at least %2 characters of its id")
-                               .arg(idOrPrefix)
-                               .arg(kShortestIdPrefix));
+        return lookupError(
+            QStringLiteral("'%1' is too short to name a paper: give at least %2 characters of its id")
+                .arg(idOrPrefix)
+                .arg(kShortestIdPrefix));
     }
     NativeLibraryService &library = context.services.library();
     const Result<QStringList> ids = library.paperIdsWithPrefix(idOrPrefix.toLower()).result();

@@ -6,7 +6,8 @@
 
 #include <QString>
 
-/// Shortest prefix by which a paper may be named. Chosen: git's lower bound, long enough not to hit by chance.
+/// Shortest prefix by which a paper may be named. Chosen: git's lower bound, long enough not to hit by
+/// chance.
 inline constexpr int kShortestIdPrefix = 4;
 
 /// The paper that `idOrPrefix` names. Fails, in words for the person who typed it, when the prefix is too

@@ -11,9 +11,10 @@
 /// "1a2b3c4d  Title", then a line of authors and year when there are any.
 void printPaper(const Paper &paper, const Output &output);
 /// The same without the record, as a search result has it.
-void printPaperHeading(const QString &id, const QString &title, const QString &authors, std::optional<qint64> year,
-                       const Output &output);
+void printPaperHeading(const QString &id, const QString &title, const QString &authors,
+                       std::optional<qint64> year, const Output &output);
 /// "    p. 7  the passage", its matches emphasised and its cuts shown as "…".
-void printPassage(const Passage &passage, const Output &output);
+/// `query` is what was searched for.
+void printPassage(const Passage &passage, const QString &query, const Output &output);
 /// Every field, one a line.
 void printPaperDetails(const Paper &paper, const Output &output);

@@ -8,8 +8,7 @@
 #include <QList>
 
 /// The records' own JSON forms as one array.
-template <typename Record>
-QJsonDocument asJson(const QList<Record> &records)
+template <typename Record> QJsonDocument asJson(const QList<Record> &records)
 {
     QJsonArray array;
     for (const Record &record : records)

@@ -9,7 +9,8 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
-namespace {
+namespace
+{
 
 sigset_t endingSignals()
 {

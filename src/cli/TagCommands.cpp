@@ -11,7 +11,8 @@
 
 #include <QJsonObject>
 
-namespace {
+namespace
+{
 
 /// Why `name` cannot be a tag of the user's own; empty when it can.
 QString objectionTo(const QString &name)
@@ -38,16 +39,23 @@ ExitStatus printTags(const CommandContext &context)
         return ExitStatus::Done;
     }
     for (const QString &name : visible)
-        context.output.line(printable(name));
+        context.output.line(onOneLine(name));
     if (visible.isEmpty())
         context.output.line(QStringLiteral("No tags."));
     return ExitStatus::Done;
 }
 
-/// Prints all tags after a change, or what went wrong with it.
-ExitStatus tagsAfter(const Result<void> &change, const CommandContext &context)
+/// Changes a tag that must exist: renaming or deleting one that does not is a slip of the fingers to report.
+ExitStatus changeExistingTag(const QString &name, const CommandContext &context,
+                             const std::function<QFuture<Result<void>>(DatabaseManager &)> &change)
 {
-    return change ? printTags(context) : fail(change.error(), context);
+    const Result<QStringList> names = context.services.library().allTagNames().result();
+    if (!names)
+        return fail(names.error(), context);
+    if (!names->contains(name))
+        return fail({{}, 0, QStringLiteral("No tag is called '%1'").arg(name), {}}, context);
+    const Result<void> changed = change(context.services.db()).result();
+    return changed ? printTags(context) : fail(changed.error(), context);
 }
 
 ExitStatus changeTag(const PaperTagRequest &request, const CommandContext &context,
@@ -55,7 +63,8 @@ ExitStatus changeTag(const PaperTagRequest &request, const CommandContext &conte
 {
     const QString tag = trimmedHorizontally(request.tag);
     // The reading list has no command of its own: its tag may be given and taken by name.
-    if (const QString objection = objectionTo(tag); !objection.isEmpty() && tag != QLatin1String(kCurrentlyReadingTag))
+    if (const QString objection = objectionTo(tag);
+        !objection.isEmpty() && tag != QLatin1String(kCurrentlyReadingTag))
         return refuse(objection, context);
     const Result<Paper> paper = findPaper(request.paperId, context);
     if (!paper)
@@ -92,7 +101,8 @@ ExitStatus runTagsCreate(const QString &name, const CommandContext &context)
     const QString trimmed = trimmedHorizontally(name);
     if (const QString objection = objectionTo(trimmed); !objection.isEmpty())
         return refuse(objection, context);
-    return tagsAfter(context.services.library().createTag(trimmed).result(), context);
+    const Result<void> created = context.services.library().createTag(trimmed).result();
+    return created ? printTags(context) : fail(created.error(), context);
 }
 
 ExitStatus runTagsRename(const QString &oldName, const QString &newName, const CommandContext &context)
@@ -101,29 +111,34 @@ ExitStatus runTagsRename(const QString &oldName, const QString &newName, const C
         if (const QString objection = objectionTo(name); !objection.isEmpty())
             return refuse(objection, context);
     }
-    return tagsAfter(context.services.db().renameTag(oldName, newName).result(), context);
+    return changeExistingTag(oldName, context,
+                             [&](DatabaseManager &db) { return db.renameTag(oldName, newName); });
 }
 
 ExitStatus runTagsDelete(const QString &name, const CommandContext &context)
 {
     if (const QString objection = objectionTo(name); !objection.isEmpty())
         return refuse(objection, context);
-    return tagsAfter(context.services.db().deleteTag(name).result(), context);
+    return changeExistingTag(name, context, [&](DatabaseManager &db) { return db.deleteTag(name); });
 }
 
 ExitStatus runRetag(const CommandContext &context)
 {
     const Output &output = context.output;
-    const Result<RetagCount> count = context.services.retagFlow().run(context.stop, [&](const RetagCount &now) {
-        output.progress(QStringLiteral("%1/%2  Retagging").arg(now.done).arg(now.total));
-    });
+    const Result<RetagCount> count =
+        context.services.retagFlow().run(context.stop, [&](const RetagCount &now) {
+            output.progress(QStringLiteral("%1/%2  Retagging").arg(now.done).arg(now.total));
+        });
     output.progress({});
     if (!count && isCancelled(count.error())) {
-        static_cast<void>(fail({{}, 0, QStringLiteral("Stopped; papers retagged so far keep their new tags"), {}}, context));
+        static_cast<void>(fail(
+            {{}, 0, QStringLiteral("Stopped; papers retagged so far keep their new tags"), {}}, context));
         return ExitStatus::Interrupted;
     }
     if (!count)
-        return fail({count.error().domain, count.error().code, u"Retag failed: " + count.error().message(), {}}, context);
+        return fail(
+            {count.error().domain, count.error().code, u"Retag failed: " + count.error().message(), {}},
+            context);
     if (output.isJson()) {
         output.json(QJsonDocument(QJsonObject{{QStringLiteral("changed"), count->changed},
                                               {QStringLiteral("total"), count->total}}));

@@ -15,7 +15,7 @@ class NativeLibraryService;
 
 /// Codes of the errors in the domain "PDFIndexer".
 enum class PDFIndexerErrorCode {
-    CannotLoad = 1,     ///< "Failed to load PDF"
+    CannotLoad = 1,        ///< "Failed to load PDF"
     MissingAfterWrite = 2, ///< "Failed to retrieve paper after indexing"
     ChangedWhileRead = 3,  ///< the file was written to, replaced or removed meanwhile; nothing was stored
 };

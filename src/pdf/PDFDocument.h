@@ -27,7 +27,8 @@ Error pdfError(PDFErrorCode code, const QString &reason = {});
 /// Whether `error` is of the domain "PDFDocument" and has this code.
 bool isPDFError(const Error &error, PDFErrorCode code);
 
-/// What a document says of itself. Cleaned: valid text without control characters, trimmed, of limited length.
+/// What a document says of itself. Cleaned: valid text without control characters, trimmed, of limited
+/// length.
 struct PDFAttributes {
     std::optional<QString> title;  ///< absent when the document has none or it is not a string
     std::optional<QString> author; ///< likewise
@@ -63,11 +64,13 @@ public:
 
     /// Page `index` (0-based), cropped to its art box, drawn to fit inside `maxWidth` by `maxHeight` pixels
     /// with its proportions kept.
-    virtual Result<PDFBitmap> thumbnail(qint64 index, int maxWidth, int maxHeight, std::stop_token stop = {}) = 0;
+    virtual Result<PDFBitmap> thumbnail(qint64 index, int maxWidth, int maxHeight,
+                                        std::stop_token stop = {}) = 0;
 
     /// Starts a new engine on the same file after one was lost. Does nothing while the engine is well.
     virtual Result<void> restart(std::stop_token stop = {}) = 0;
 };
 
 /// Opens the document in a file; the seam through which tests hand the indexer documents of their own.
-using OpenPDF = std::function<Result<std::unique_ptr<PDFDocument>>(const InputFile &file, std::stop_token stop)>;
+using OpenPDF =
+    std::function<Result<std::unique_ptr<PDFDocument>>(const InputFile &file, std::stop_token stop)>;

@@ -7,7 +7,8 @@
 #include <array>
 #include <memory>
 
-namespace {
+namespace
+{
 using Clock = std::chrono::steady_clock;
 
 Error httpError(HttpErrorCode code, const QString &description, const QString &reason = {})
@@ -36,8 +37,7 @@ public:
     QUrl redirect() const;
 
 private:
-    template <typename Value>
-    void set(CURLoption option, Value value)
+    template <typename Value> void set(CURLoption option, Value value)
     {
         m_curl.setOption(m_handle.get(), option, value);
     }
@@ -114,7 +114,8 @@ Error Transfer::errorFor(CURLcode code) const
         return httpError(HttpErrorCode::Unreachable, QStringLiteral("The server cannot be reached"),
                          reasonFor(code));
     default:
-        return httpError(HttpErrorCode::TransferFailed, QStringLiteral("The request failed"), reasonFor(code));
+        return httpError(HttpErrorCode::TransferFailed, QStringLiteral("The request failed"),
+                         reasonFor(code));
     }
 }
 
@@ -135,21 +136,23 @@ int Transfer::checkStop(void *self, curl_off_t, curl_off_t, curl_off_t, curl_off
     return static_cast<Transfer *>(self)->m_stop.stop_requested() ? 1 : 0;
 }
 
-/// Whether an answer from `from` may send its reader to `to`.
+} // namespace
+
 bool isSafeRedirect(const QUrl &from, const QUrl &to)
 {
     return isWebAddress(to) && (from.scheme() == u"http" || to.scheme() == u"https");
 }
-} // namespace
 
 // Redirects are followed here and not by libcurl, which cannot forbid the step from https to http alone.
-Result<QByteArray> CurlHttpClient::fetch(const QUrl &url, std::chrono::milliseconds timeout, std::stop_token stop)
+Result<QByteArray> CurlHttpClient::fetch(const QUrl &url, std::chrono::milliseconds timeout,
+                                         std::stop_token stop)
 {
     const CurlLibrary *curl = CurlLibrary::loaded();
     if (!curl)
         return httpError(HttpErrorCode::Unavailable, QStringLiteral("The HTTP library is not installed"));
     if (!isWebAddress(url))
-        return httpError(HttpErrorCode::BadAddress, QStringLiteral("Not a web address"), url.toDisplayString());
+        return httpError(HttpErrorCode::BadAddress, QStringLiteral("Not a web address"),
+                         url.toDisplayString());
 
     const auto deadline = Clock::now() + timeout;
     QUrl address = url;

@@ -10,7 +10,8 @@
 class CurlHttpClient : public HttpClient
 {
 public:
-    /// Longest answer taken. Book records have a few kB, update feeds some hundred; chosen with room to spare.
+    /// Longest answer taken. Book records have a few kB, update feeds some hundred; chosen with room to
+    /// spare.
     static constexpr qsizetype kMaxAnswerBytes = 8 * 1024 * 1024;
     /// Redirects followed; never one from https to http. Chosen.
     static constexpr int kMaxRedirects = 5;
@@ -18,3 +19,6 @@ public:
     Result<QByteArray> fetch(const QUrl &url, std::chrono::milliseconds timeout,
                              std::stop_token stop = {}) override;
 };
+
+/// Whether an answer from `from` may send its reader to `to`: on the web, and never from https to http.
+bool isSafeRedirect(const QUrl &from, const QUrl &to);

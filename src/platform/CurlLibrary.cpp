@@ -3,9 +3,9 @@
 #include <dlfcn.h>
 #include <optional>
 
-namespace {
-template <typename Function>
-bool find(void *library, const char *name, Function &function)
+namespace
+{
+template <typename Function> bool find(void *library, const char *name, Function &function)
 {
     function = reinterpret_cast<Function>(::dlsym(library, name));
     return function != nullptr;
@@ -28,10 +28,13 @@ std::optional<CurlLibrary> load()
         return {};
     CurlLibrary curl;
     decltype(&::curl_global_init) globalInit = nullptr;
-    const bool found = find(library, "curl_global_init", globalInit) && find(library, "curl_easy_init", curl.easyInit)
-        && find(library, "curl_easy_setopt", curl.setOption) && find(library, "curl_easy_perform", curl.perform)
-        && find(library, "curl_easy_getinfo", curl.information)
-        && find(library, "curl_easy_strerror", curl.describe) && find(library, "curl_easy_cleanup", curl.cleanUp);
+    const bool found = find(library, "curl_global_init", globalInit) &&
+                       find(library, "curl_easy_init", curl.easyInit) &&
+                       find(library, "curl_easy_setopt", curl.setOption) &&
+                       find(library, "curl_easy_perform", curl.perform) &&
+                       find(library, "curl_easy_getinfo", curl.information) &&
+                       find(library, "curl_easy_strerror", curl.describe) &&
+                       find(library, "curl_easy_cleanup", curl.cleanUp);
     if (!found || globalInit(CURL_GLOBAL_DEFAULT) != CURLE_OK)
         return {};
     return curl;

@@ -25,7 +25,8 @@ public:
     int descriptor() const { return m_descriptor; }
     qint64 sizeBytes() const;
 
-    /// Whether the file was written to, or its path was given to another file or removed, since it was opened.
+    /// Whether the file was written to, or its path was given to another file or removed, since it was
+    /// opened.
     bool hasChanged() const;
 
 private:

@@ -2,7 +2,8 @@
 
 #include <QString>
 
-/// Where the library lives: $XDG_DATA_HOME/Quirevault, by default ~/.local/share/Quirevault. Not created here.
+/// Where the library lives: $XDG_DATA_HOME/Quirevault, by default ~/.local/share/Quirevault. Not created
+/// here.
 QString dataFolder();
 QString libraryDatabasePath();
 QString coversFolder();

@@ -5,13 +5,14 @@
 #include <QSettings>
 #include <QStandardPaths>
 
-namespace {
+namespace
+{
 // The path is built here because QSettings looks at XDG_CONFIG_HOME once a process, and a process may be
 // pointed elsewhere later.
 QString filePath()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
-        + u"/Quirevault/Quirevault.ini";
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           u"/Quirevault/Quirevault.ini";
 }
 } // namespace
 

@@ -3,7 +3,8 @@
 #include <QString>
 #include <optional>
 
-/// The user's preferences, a text by key, kept through QSettings under $XDG_CONFIG_HOME. Call from any thread.
+/// The user's preferences, a text by key, kept through QSettings under $XDG_CONFIG_HOME. Call from any
+/// thread.
 class Preferences
 {
 public:

@@ -11,7 +11,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace {
+namespace
+{
 constexpr qint64 kBlockBytes = 1024 * 1024;
 
 class Sha256

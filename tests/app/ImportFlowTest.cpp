@@ -9,7 +9,8 @@
 #include <barrier>
 #include <gtest/gtest.h>
 
-namespace {
+namespace
+{
 
 QStringList numberedPaths(int count)
 {
@@ -28,7 +29,8 @@ Paper paperFor(const QString &path)
 
 Error failure()
 {
-    return {QStringLiteral("PDFIndexer"), 1, QStringLiteral("Failed to load PDF"), QStringLiteral("the file is damaged")};
+    return {QStringLiteral("PDFIndexer"), 1, QStringLiteral("Failed to load PDF"),
+            QStringLiteral("the file is damaged")};
 }
 
 } // namespace
@@ -43,7 +45,8 @@ protected:
     }
     void TearDown() override { m_log = testing::internal::GetCapturedStdout(); }
 
-    ImportOutcome run(const QStringList &paths, const ImportFlow::IndexFile &indexFile, std::stop_token stop = {})
+    ImportOutcome run(const QStringList &paths, const ImportFlow::IndexFile &indexFile,
+                      std::stop_token stop = {})
     {
         ImportFlow flow(indexFile, m_preferences, m_clock);
         return flow.run(paths, stop, [this](const ImportProgress &progress) {
@@ -61,7 +64,8 @@ protected:
 
 TEST_F(ImportFlowTest, AnswersTheIdOfEveryFile)
 {
-    const ImportOutcome outcome = run(numberedPaths(20), [](const QString &path, auto) { return paperFor(path); });
+    const ImportOutcome outcome =
+        run(numberedPaths(20), [](const QString &path, auto) { return paperFor(path); });
     QStringList ids = outcome.response.indexed;
     ids.sort();
     QStringList expected;
@@ -87,7 +91,8 @@ TEST_F(ImportFlowTest, GoesOnAfterAFailureAndKeepsItsTextByPath)
 TEST_F(ImportFlowTest, LogsEachFailureOnOneLine)
 {
     run({QStringLiteral("/a\nb.pdf")}, [](const QString &, auto) -> Result<Paper> { return failure(); });
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "❌ PDFIndexer ERROR: [/a b.pdf] Failed to load PDF: the file is damaged\n");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "❌ PDFIndexer ERROR: [/a b.pdf] Failed to load PDF: the file is damaged\n");
     testing::internal::CaptureStdout();
 }
 
@@ -166,6 +171,8 @@ TEST_F(ImportFlowTest, OfNothingEndsAtOnce)
 
 TEST(NewPaths, LeavesOutWhatTheLibraryHasAndWhatWasNamedTwice)
 {
-    const QStringList candidates{QStringLiteral("/b"), QStringLiteral("/a"), QStringLiteral("/b"), QStringLiteral("/c")};
-    EXPECT_EQ(newPaths(candidates, {QStringLiteral("/a")}), (QStringList{QStringLiteral("/b"), QStringLiteral("/c")}));
+    const QStringList candidates{QStringLiteral("/b"), QStringLiteral("/a"), QStringLiteral("/b"),
+                                 QStringLiteral("/c")};
+    EXPECT_EQ(newPaths(candidates, {QStringLiteral("/a")}),
+              (QStringList{QStringLiteral("/b"), QStringLiteral("/c")}));
 }

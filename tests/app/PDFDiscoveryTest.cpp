@@ -6,6 +6,7 @@
 #include <QDir>
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -20,7 +21,10 @@ protected:
         return m_folder.write(name, "%PDF-");
     }
     static fs::path asPath(const QString &path) { return path.toStdString(); }
-    DiscoveredPDFs discover(const QString &name = {}) const { return discoverPDFs({asPath(m_folder.path(name))}); }
+    DiscoveredPDFs discover(const QString &name = {}) const
+    {
+        return discoverPDFs({asPath(m_folder.path(name))});
+    }
 
     TemporaryFolder m_folder;
 };
@@ -73,7 +77,8 @@ TEST_F(PDFDiscoveryTest, NamesOddItemsByTheirNameForTheReaderToRefuse)
     QDir(m_folder.path()).mkdir(QStringLiteral("folder.pdf"));
     ASSERT_EQ(mkfifo(m_folder.path(QStringLiteral("pipe.pdf")).toLocal8Bit().constData(), 0600), 0);
     ASSERT_EQ(symlink("nowhere", m_folder.path(QStringLiteral("dangling.pdf")).toLocal8Bit().constData()), 0);
-    const QStringList expected{m_folder.path(QStringLiteral("dangling.pdf")), m_folder.path(QStringLiteral("folder.pdf")),
+    const QStringList expected{m_folder.path(QStringLiteral("dangling.pdf")),
+                               m_folder.path(QStringLiteral("folder.pdf")),
                                m_folder.path(QStringLiteral("pipe.pdf"))};
     EXPECT_EQ(discover().paths, expected);
 }
@@ -82,7 +87,8 @@ TEST_F(PDFDiscoveryTest, FollowsALinkToAFolderThatWasChosenItself)
 {
     add(QStringLiteral("real/a.pdf"));
     ASSERT_EQ(symlink("real", m_folder.path(QStringLiteral("link")).toLocal8Bit().constData()), 0);
-    EXPECT_EQ(discover(QStringLiteral("link")).paths, QStringList{m_folder.path(QStringLiteral("link/a.pdf"))});
+    EXPECT_EQ(discover(QStringLiteral("link")).paths,
+              QStringList{m_folder.path(QStringLiteral("link/a.pdf"))});
 }
 
 TEST_F(PDFDiscoveryTest, KeepsNamesWithLineBreaksQuotesAndEmoji)
@@ -97,7 +103,28 @@ TEST_F(PDFDiscoveryTest, RefusesANameThatIsNotUtf8InsteadOfChangingIt)
     ASSERT_EQ(mknod(raw.c_str(), S_IFREG | 0600, 0), 0);
     const DiscoveredPDFs found = discover();
     EXPECT_TRUE(found.paths.isEmpty());
-    EXPECT_EQ(found.problems.value(m_folder.path(QStringLiteral("caf\\xe9.pdf"))), u"The file name is not valid UTF-8");
+    EXPECT_EQ(found.problems.value(m_folder.path(QStringLiteral("caf\\xe9.pdf"))),
+              u"The file name is not valid UTF-8");
+    EXPECT_EQ(unlink(raw.c_str()), 0); // Qt, whose folder this is, cannot name it
+}
+
+TEST_F(PDFDiscoveryTest, SaysWhereAPathIsTooLongToFollow)
+{
+    const std::string name(200, 'd');
+    const int top = open(m_folder.path().toLocal8Bit().constData(), O_PATH | O_CLOEXEC);
+    int folder = top;
+    for (int depth = 0; depth < 30; ++depth) { // 6,000 bytes, beyond what a path may have
+        ASSERT_EQ(mkdirat(folder, name.c_str(), 0700), 0);
+        const int below = openat(folder, name.c_str(), O_PATH | O_CLOEXEC);
+        if (folder != top)
+            close(folder);
+        folder = below;
+    }
+    close(folder);
+    const DiscoveredPDFs found = discover();
+    EXPECT_EQ(found.problems.values(), QStringList{QStringLiteral("File name too long")});
+    fs::remove_all(asPath(m_folder.path()) / name);
+    close(top);
 }
 
 TEST_F(PDFDiscoveryTest, GivesAbsolutePathsWithoutDots)

@@ -3,7 +3,8 @@
 #include <QString>
 #include <gtest/gtest.h>
 
-namespace {
+namespace
+{
 const Error kRefused{QStringLiteral("Door"), 3, QStringLiteral("Refused"), {}};
 }
 

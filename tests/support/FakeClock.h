@@ -14,5 +14,8 @@ public:
     std::chrono::nanoseconds passed{0};
 
 private:
-    qint64 milliseconds() const { return std::chrono::duration_cast<std::chrono::milliseconds>(passed).count(); }
+    qint64 milliseconds() const
+    {
+        return std::chrono::duration_cast<std::chrono::milliseconds>(passed).count();
+    }
 };

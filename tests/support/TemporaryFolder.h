@@ -9,7 +9,10 @@
 class TemporaryFolder
 {
 public:
-    QString path(const QString &name = {}) const { return name.isEmpty() ? m_folder.path() : m_folder.filePath(name); }
+    QString path(const QString &name = {}) const
+    {
+        return name.isEmpty() ? m_folder.path() : m_folder.filePath(name);
+    }
 
     /// Writes a file and answers its path.
     QString write(const QString &name, const QByteArray &content) const

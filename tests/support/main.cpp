@@ -2,7 +2,8 @@
 #include <QString>
 #include <gtest/gtest.h>
 
-namespace {
+namespace
+{
 void failOnWarning(QtMsgType type, const QMessageLogContext &, const QString &message)
 {
     if (type == QtDebugMsg || type == QtInfoMsg)

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <memory>
+
+struct sqlite3;
+
+/// The floor of a ranked search: SQLite's own time for the one statement that no such search can do without,
+/// on a connection of its own, its rows read and dropped. Any failure ends the program with its message.
+class RawSearch
+{
+public:
+    explicit RawSearch(const QString &libraryPath);
+    ~RawSearch();
+    RawSearch(const RawSearch &) = delete;
+    RawSearch &operator=(const RawSearch &) = delete;
+
+    /// Runs the ranked statement for the full-text expression `expression`.
+    void run(const QByteArray &expression);
+    /// The number of page rows that match.
+    qint64 matches(const QByteArray &expression);
+
+private:
+    struct Closer {
+        void operator()(sqlite3 *connection) const;
+    };
+    [[noreturn]] void fail(const QByteArray &what);
+
+    std::unique_ptr<sqlite3, Closer> m_connection;
+};

@@ -1,0 +1,162 @@
+#include "engine/Document.h"
+
+#include "engine/AttributeText.h"
+#include "engine/FileStream.h"
+#include "engine/Guarded.h"
+#include "engine/PageFailure.h"
+#include "engine/PageText.h"
+#include "engine/Thumbnail.h"
+#include "pdf/protocol/Limits.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <unistd.h>
+
+namespace
+{
+// Fonts and pictures kept between pages; the address space is limited to far more.
+constexpr std::size_t kStoreBytes = 64 << 20;
+
+// Readers look for the header this far into a file, since some senders put their own lines before it.
+constexpr std::size_t kHeaderSearchBytes = 1024;
+
+bool hasPdfHeader(int descriptor)
+{
+    std::array<char, kHeaderSearchBytes> start;
+    const ssize_t count = pread(descriptor, start.data(), start.size(), 0);
+    return count > 0 &&
+           std::string_view(start.data(), std::size_t(count)).find("%PDF-") != std::string_view::npos;
+}
+
+bool isEmptyFile(int descriptor)
+{
+    char byte;
+    return pread(descriptor, &byte, 1, 0) == 0;
+}
+
+/// The bytes of a text entry of the document information; nothing when it is absent or no string.
+struct InformationEntry {
+    const char *bytes = nullptr;
+    std::size_t count = 0;
+};
+
+InformationEntry informationEntry(fz_context *context, pdf_document *document, pdf_obj *key)
+{
+    InformationEntry found;
+    (void)guarded(context, [&] {
+        pdf_obj *information = pdf_dict_get(context, pdf_trailer(context, document), PDF_NAME(Info));
+        pdf_obj *entry = pdf_dict_get(context, information, key);
+        if (pdf_is_string(context, entry)) {
+            found.bytes = pdf_to_str_buf(context, entry);
+            found.count = pdf_to_str_len(context, entry);
+        }
+    });
+    return found;
+}
+
+std::optional<std::string> attribute(fz_context *context, pdf_document *document, pdf_obj *key)
+{
+    const InformationEntry entry = informationEntry(context, document, key);
+    if (!entry.bytes)
+        return std::nullopt;
+    return attributeText({entry.bytes, entry.count});
+}
+
+void ignoreMessage(void *, const char *) {}
+} // namespace
+
+std::unique_ptr<Document> Document::create(int descriptor)
+{
+    ContextHandle context(fz_new_context(nullptr, nullptr, kStoreBytes));
+    if (!context)
+        return nullptr;
+    // A document can cause millions of messages. The error of a failed call travels with its reply instead.
+    fz_set_warning_callback(context.get(), ignoreMessage, nullptr);
+    fz_set_error_callback(context.get(), ignoreMessage, nullptr);
+    return std::unique_ptr<Document>(new Document(std::move(context), descriptor));
+}
+
+Document::Document(ContextHandle context, int descriptor)
+    : m_context(std::move(context))
+    , m_descriptor(descriptor)
+    , m_document(nullptr, {m_context.get()})
+{
+}
+
+FailedReply Document::openingFailure(Failure failure, const std::string &reason) const
+{
+    if (isEmptyFile(m_descriptor))
+        return {Failure::NotAPDF, "the file is empty"};
+    if (!hasPdfHeader(m_descriptor))
+        return {Failure::NotAPDF, "it has no PDF header"};
+    return {failure, reason};
+}
+
+Reply Document::open()
+{
+    fz_context *context = m_context.get();
+    fz_stream *stream = nullptr;
+    pdf_document *document = nullptr;
+    bool isLocked = false;
+    const std::optional<CallFailure> failure = guarded(context, [&] {
+        stream = newFileStream(context, m_descriptor);
+        document = pdf_open_document_with_stream(context, stream);
+        // Before anything else: a locked document reports garbage and no pages. This also tries the empty
+        // password, with which many encrypted files open.
+        isLocked = pdf_needs_password(context, document);
+    });
+    StreamHandle(stream, {context}).reset(); // the document holds it
+    m_document.reset(document);
+    if (failure && failure->isOutOfMemory)
+        return FailedReply{Failure::Damaged, "it needs too much memory"};
+    if (failure)
+        return openingFailure(Failure::Damaged, failure->message);
+    if (isLocked)
+        return FailedReply{Failure::NeedsPassword, {}};
+    return described();
+}
+
+Reply Document::described()
+{
+    fz_context *context = m_context.get();
+    pdf_document *document = m_document.get();
+    int pageCount = 0;
+    const std::optional<CallFailure> failure =
+        guarded(context, [&] { pageCount = pdf_count_pages(context, document); });
+    if (failure)
+        return openingFailure(Failure::Damaged, failure->message);
+    if (pageCount == 0 && pdf_was_repaired(context, document))
+        return openingFailure(Failure::Damaged, "no page of it can be found");
+    OpenedReply reply;
+    reply.version = kProtocolVersion;
+    reply.pageCount = static_cast<std::uint32_t>(std::max(pageCount, 0));
+    reply.title = attribute(context, document, PDF_NAME(Title));
+    reply.author = attribute(context, document, PDF_NAME(Author));
+    return reply;
+}
+
+PageHandle Document::load(std::uint32_t index, FailedReply &failure)
+{
+    fz_context *context = m_context.get();
+    pdf_page *page = nullptr;
+    const std::optional<CallFailure> failed =
+        guarded(context, [&] { page = pdf_load_page(context, m_document.get(), static_cast<int>(index)); });
+    if (failed)
+        failure = pageFailure(*failed);
+    return {page, {context}};
+}
+
+Reply Document::pageText(const PageTextRequest &request)
+{
+    FailedReply failure;
+    const PageHandle page = load(request.page, failure);
+    return page ? textOf(m_context.get(), page.get()) : Reply(failure);
+}
+
+Reply Document::thumbnail(const ThumbnailRequest &request)
+{
+    FailedReply failure;
+    const PageHandle page = load(request.page, failure);
+    return page ? thumbnailOf(m_context.get(), page.get(), request) : Reply(failure);
+}

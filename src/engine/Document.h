@@ -1,0 +1,31 @@
+#pragma once
+
+#include "engine/Handles.h"
+#include "pdf/protocol/Messages.h"
+
+#include <memory>
+
+/// The document that the engine serves. Use from one thread.
+class Document
+{
+public:
+    /// A document in an open file; nothing when there is no memory for even the beginning of one.
+    static std::unique_ptr<Document> create(int descriptor);
+
+    /// Reads the document's structure: `OpenedReply`, or why it cannot be read. Call once, before the rest.
+    Reply open();
+    Reply pageText(const PageTextRequest &request);
+    Reply thumbnail(const ThumbnailRequest &request);
+
+private:
+    Document(ContextHandle context, int descriptor);
+
+    FailedReply openingFailure(Failure failure, const std::string &reason) const;
+    Reply described();
+    /// Loads page `index`; nothing, with the reason in `failure`, when that fails.
+    PageHandle load(std::uint32_t index, FailedReply &failure);
+
+    ContextHandle m_context; // outlives what was made with it
+    int m_descriptor;
+    DocumentHandle m_document;
+};

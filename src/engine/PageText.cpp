@@ -1,0 +1,96 @@
+#include "engine/PageText.h"
+
+#include "engine/Guarded.h"
+#include "engine/Handles.h"
+#include "engine/LogicalOrder.h"
+#include "engine/PageFailure.h"
+#include "pdf/protocol/Limits.h"
+#include "pdf/protocol/Utf8.h"
+
+namespace
+{
+/// The text page of `page`; nothing, with the reason in `failure`, when it cannot be had. What a page says
+/// before the engine stumbles over it is kept.
+TextPageHandle extracted(fz_context *context, pdf_page *page, std::optional<CallFailure> &failure)
+{
+    fz_stext_page *textPage = nullptr;
+    fz_device *device = nullptr;
+    failure = guarded(context, [&] {
+        const fz_stext_options options = {0, 1}; // ligatures spelled out, hyphens kept, pictures ignored
+        textPage = fz_new_stext_page(context, pdf_bound_page(context, page));
+        device = fz_new_stext_device(context, textPage, &options);
+        pdf_run_page(context, page, device, fz_identity, nullptr);
+    });
+    if (device)
+        (void)guarded(context, [&] { fz_close_device(context, device); });
+    DeviceHandle(device, {context}).reset();
+    if (textPage && textPage->first_block)
+        failure.reset();
+    return {textPage, {context}};
+}
+
+bool isOutside(const fz_stext_char *c, fz_rect box)
+{
+    const fz_rect bounds = fz_rect_from_quad(c->quad);
+    return bounds.x1 < box.x0 || bounds.x0 > box.x1 || bounds.y1 < box.y0 || bounds.y0 > box.y1;
+}
+
+/// Takes the characters that nobody sees out of a line. MuPDF can leave them out by itself, but asks for the
+/// outline of every character to do so.
+void removeOutside(fz_stext_line *line, fz_rect box)
+{
+    if (fz_contains_rect(box, line->bbox))
+        return;
+    for (fz_stext_char **link = &line->first_char; *link;) {
+        if (isOutside(*link, box))
+            *link = (*link)->next;
+        else
+            link = &(*link)->next;
+    }
+}
+
+void appendLine(std::string &text, const fz_stext_line *line)
+{
+    if (!line->first_char)
+        return;
+    if (hasRightToLeft(line)) {
+        text += inLogicalOrder(line);
+    } else {
+        for (const fz_stext_char *c = line->first_char; c; c = c->next)
+            appendUtf8(text, static_cast<char32_t>(c->c));
+    }
+    text += '\n';
+}
+
+/// Cuts a text that is too long where a line ends.
+void cutToLimit(std::string &text)
+{
+    if (text.size() > kMaxPageTextBytes)
+        text.resize(text.rfind('\n', kMaxPageTextBytes - 1) + 1);
+}
+
+std::string textOfLines(const fz_stext_page *page)
+{
+    std::string text;
+    for (const fz_stext_block *block = page->first_block; block; block = block->next) {
+        if (block->type != FZ_STEXT_BLOCK_TEXT)
+            continue;
+        for (fz_stext_line *line = block->u.t.first_line; line && text.size() <= kMaxPageTextBytes;
+             line = line->next) {
+            removeOutside(line, page->mediabox);
+            appendLine(text, line);
+        }
+    }
+    cutToLimit(text);
+    return text;
+}
+} // namespace
+
+Reply textOf(fz_context *context, pdf_page *page)
+{
+    std::optional<CallFailure> failure;
+    const TextPageHandle textPage = extracted(context, page, failure);
+    if (failure)
+        return pageFailure(*failure);
+    return TextReply{textOfLines(textPage.get())};
+}

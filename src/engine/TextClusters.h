@@ -1,0 +1,26 @@
+#pragma once
+
+#include <mupdf/fitz.h>
+#include <string>
+#include <vector>
+
+/// Characters of a line that keep their order when the line is turned round: a letter with its marks, or all
+/// that one glyph stands for.
+struct TextCluster {
+    char32_t base = 0;
+    std::u32string rest;
+};
+
+/// Whether a character is of a script that is written from right to left.
+bool isRightToLeft(char32_t character);
+
+/// The clusters of a line in the order in which they were drawn.
+std::vector<TextCluster> clustersOf(const fz_stext_line *line);
+
+/// Whether the right-to-left letters of a line were drawn from right to left, so that they are in logical
+/// order already. Most programs draw every line from left to right.
+bool isDrawnRightToLeft(const fz_stext_line *line);
+
+/// The characters of a line in the order in which they were drawn, with a blank for each gap between two that
+/// were drawn from right to left: MuPDF adds blanks only in the other direction.
+std::u32string charactersDrawnRightToLeft(const fz_stext_line *line);

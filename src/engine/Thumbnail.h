@@ -1,0 +1,9 @@
+#pragma once
+
+#include "pdf/protocol/Messages.h"
+
+#include <mupdf/pdf.h>
+
+/// The art box of a page on white, as large as the box of the request allows with its proportions kept:
+/// `PictureReply`, or why there is none.
+Reply thumbnailOf(fz_context *context, pdf_page *page, const ThumbnailRequest &request);

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+
+// What either side of the engine's socket accepts. Everything beyond is a broken peer, not a big document.
+
+/// Raised with every change of the messages; both programs come from one build, so nothing older is
+/// understood.
+inline constexpr std::uint32_t kProtocolVersion = 1;
+
+/// Of one request without its header. The largest has three numbers; room is left for a password.
+inline constexpr std::uint32_t kMaxRequestBytes = 4096;
+
+/// Of one page's text. A page set solid in 4-point type holds about 100 KiB; chosen, not measured.
+inline constexpr std::uint32_t kMaxPageTextBytes = 4 << 20;
+
+/// Of the title and of the author; UTF-8 needs at most four bytes for each character.
+inline constexpr std::uint32_t kMaxAttributeCharacters = 1000;
+inline constexpr std::uint32_t kMaxAttributeBytes = 4 * kMaxAttributeCharacters;
+
+/// Of the sentence that says why something failed.
+inline constexpr std::uint32_t kMaxReasonBytes = 500;
+
+/// Of a thumbnail, in pixels on either side.
+inline constexpr std::uint32_t kMaxThumbnailSide = 2048;
+inline constexpr std::uint32_t kBytesPerPixel = 3;
+
+/// Of one reply without its header: the largest thumbnail and the few numbers beside it.
+inline constexpr std::uint32_t kMaxReplyBytes = kMaxThumbnailSide * kMaxThumbnailSide * kBytesPerPixel + 64;
+
+/// A page count is only what a document claims; this is as far as page numbers reach.
+inline constexpr std::uint32_t kMaxPageCount = 0x7fffffff;

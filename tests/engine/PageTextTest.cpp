@@ -1,0 +1,112 @@
+#include "OpenedDocument.h"
+
+#include "pdf/protocol/Limits.h"
+#include "pdf/protocol/Utf8.h"
+#include "support/PdfBuilder.h"
+
+namespace
+{
+std::string textOf(const QStringList &lines)
+{
+    return OpenedDocument(PdfBuilder().page(lines).build()).text();
+}
+
+std::string textOf(const PdfPage &page)
+{
+    return OpenedDocument(PdfBuilder().page(page).build()).text();
+}
+} // namespace
+
+TEST(PageText, HasALineForEachOneOnThePage)
+{
+    EXPECT_EQ(textOf({QStringLiteral("First line"), QStringLiteral("second line")}),
+              "First line\nsecond line\n");
+}
+
+TEST(PageText, IsEmptyForAPageWithoutText)
+{
+    EXPECT_EQ(textOf(QStringList()), "");
+}
+
+TEST(PageText, SpellsLigaturesOut)
+{
+    EXPECT_EQ(textOf({QStringLiteral("e\ufb03cient \ufb01re \ufb02ow \ufb00 \ufb04")}),
+              "efficient fire flow ff ffl\n");
+}
+
+TEST(PageText, DoesNotJoinAtHyphens)
+{
+    EXPECT_EQ(textOf({QStringLiteral("an inter-"), QStringLiteral("esting word")}),
+              "an inter-\nesting word\n");
+}
+
+TEST(PageText, LeavesOutWhatLiesOutsideThePage)
+{
+    const PdfPage page = {.lines = {QStringLiteral("Inside")},
+                          .drawing = "BT /F1 12 Tf 5000 700 Td (Outside) Tj ET"};
+    EXPECT_EQ(textOf(page), "Inside\n");
+}
+
+TEST(PageText, IsCutAtTheLimitWhereALineEnds)
+{
+    // One form that shows a long line, drawn again and again.
+    QByteArray drawing = "BT /F1 1 Tf 1 0 0 1 72 72 Tm ";
+    const QByteArray line = "(" + QByteArray(1000, 'x') + ") Tj 0 1 Td ";
+    for (int i = 0; i < 5000; ++i)
+        drawing += line;
+    const PdfPage page = {.mediaBox = PdfBox{0, 0, 5000, 6000}, .drawing = drawing + "ET"};
+    const std::string text = textOf(page);
+    EXPECT_LE(text.size(), kMaxPageTextBytes);
+    EXPECT_GT(text.size(), kMaxPageTextBytes - 1100);
+    EXPECT_EQ(text.back(), '\n');
+}
+
+TEST(PageText, PutsHebrewIntoLogicalOrder)
+{
+    const QString line = QStringLiteral("שלום עולם");
+    EXPECT_EQ(textOf({PdfBuilder::inVisualOrder(line)}), line.toStdString() + "\n");
+}
+
+TEST(PageText, SpellsArabicShapesOutInLogicalOrder)
+{
+    // The word as its letters' shapes stand on paper, the ligature of lam and alef among them.
+    EXPECT_EQ(textOf({QStringLiteral("\ufee1\ufefc\ufeb4\ufedf\ufe8d")}), "السلام\n");
+}
+
+TEST(PageText, KeepsTheDigitsOfNumbersInOrder)
+{
+    // On paper from left to right: world 1,234 hello.
+    EXPECT_EQ(textOf({QStringLiteral("םלוע 1,234 םולש")}), "שלום 1,234 עולם\n");
+}
+
+TEST(PageText, KeepsLatinWordsInRightToLeftLines)
+{
+    EXPECT_EQ(textOf({QStringLiteral("םלוע abc def םולש")}), "שלום abc def עולם\n");
+}
+
+TEST(PageText, KeepsALatinLineWithOneHebrewWord)
+{
+    EXPECT_EQ(textOf({QStringLiteral("a line with םולש embedded")}), "a line with שלום embedded\n");
+}
+
+TEST(PageText, TurnsBracketsRoundWithTheirWords)
+{
+    EXPECT_EQ(textOf({QStringLiteral("(םלוע) םולש")}), "שלום (עולם)\n");
+}
+
+TEST(PageText, LeavesLinesAloneThatWereDrawnFromRightToLeft)
+{
+    // Each letter on its own, every next one further left; the codes are those of the line below.
+    const PdfPage page = {.lines = {QStringLiteral("שלום")},
+                          .drawing = "BT /F2 12 Tf 300 500 Td <01> Tj -7.2 0 Td <02> Tj -7.2 0 Td <03> Tj "
+                                     "-7.2 0 Td <04> Tj -14.4 0 Td <01> Tj -7.2 0 Td <02> Tj ET"};
+    EXPECT_EQ(textOf(page), "שלום של\nםולש\n");
+}
+
+TEST(PageText, IsUtf8WhateverTheFontClaims)
+{
+    // A surrogate and a character beyond Unicode, as a font may map its codes.
+    const PdfPage page = {.lines = {QStringLiteral("ok")},
+                          .drawing = "BT /F2 12 Tf 72 300 Td <fefdfc> Tj ET"};
+    EXPECT_TRUE(isValidUtf8(textOf(page)));
+}

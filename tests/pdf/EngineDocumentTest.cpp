@@ -1,0 +1,291 @@
+#include "pdf/EngineDocument.h"
+
+#include "FakeEngine.h"
+#include "pdf/protocol/Writer.h"
+#include "platform/InputFile.h"
+#include "support/PdfBuilder.h"
+#include "support/Printing.h"
+#include "support/TemporaryFolder.h"
+
+#include <QDir>
+#include <cerrno>
+#include <sys/wait.h>
+#include <thread>
+
+namespace
+{
+using namespace std::chrono_literals;
+
+using OpenResult = Result<std::unique_ptr<PDFDocument>>;
+
+/// A PDF on disk and the means to open it.
+class Sample
+{
+public:
+    explicit Sample(const QByteArray &bytes)
+        : m_file(InputFile::open(m_folder.write(QStringLiteral("sample.pdf"), bytes)))
+    {
+    }
+
+    OpenResult open(const QString &program = QStringLiteral(QUIREVAULT_ENGINE_PROGRAM),
+                    const EngineDeadlines &deadlines = {}, std::stop_token stop = {}) const
+    {
+        return engineOpener({program, deadlines})(*m_file, stop);
+    }
+
+private:
+    TemporaryFolder m_folder;
+    Result<InputFile> m_file;
+};
+
+Sample oneWord()
+{
+    return Sample(PdfBuilder().title("A title").page({QStringLiteral("Word")}).build());
+}
+
+PDFErrorCode codeOf(const Error &error)
+{
+    EXPECT_EQ(error.domain, QStringLiteral("PDFDocument"));
+    EXPECT_FALSE(error.description.isEmpty());
+    return PDFErrorCode(error.code);
+}
+
+bool hasChildren()
+{
+    return waitpid(-1, nullptr, WNOHANG) >= 0 || errno != ECHILD;
+}
+
+qsizetype openDescriptors()
+{
+    return QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::Files | QDir::System).size();
+}
+
+/// The code with which opening fails when the engine sends `bytes` and waits.
+PDFErrorCode codeForReply(const QByteArray &bytes)
+{
+    const FakeEngine engine({bytes});
+    const OpenResult result = oneWord().open(engine.program());
+    EXPECT_FALSE(result);
+    EXPECT_FALSE(hasChildren());
+    return codeOf(result.error());
+}
+
+QByteArray numbers(std::initializer_list<std::uint32_t> values)
+{
+    Writer out;
+    for (std::uint32_t value : values)
+        out.number(value);
+    const std::vector<std::uint8_t> bytes = out.take();
+    return {reinterpret_cast<const char *>(bytes.data()), qsizetype(bytes.size())};
+}
+} // namespace
+
+TEST(EngineDocument, ReadsARealDocument)
+{
+    const OpenResult document = oneWord().open();
+    ASSERT_TRUE(document);
+    EXPECT_EQ((*document)->attributes(), (PDFAttributes{QStringLiteral("A title"), std::nullopt}));
+    EXPECT_EQ((*document)->pageCount(), 1);
+    EXPECT_EQ((*document)->pageText(0).value(), QByteArray("Word\n"));
+    const PDFBitmap picture = (*document)->thumbnail(0, 300, 400).value();
+    EXPECT_EQ(picture.width, 300);
+    EXPECT_EQ(picture.height, 388);
+    EXPECT_EQ(picture.pixels.size(), 300 * 388 * 3);
+}
+
+TEST(EngineDocument, SaysWhyADocumentCannotBeOpened)
+{
+    EXPECT_EQ(codeOf(Sample("").open().error()), PDFErrorCode::NotAPDF);
+    EXPECT_EQ(codeOf(Sample("no PDF at all").open().error()), PDFErrorCode::NotAPDF);
+    EXPECT_EQ(codeOf(Sample("%PDF-1.4 and then nothing").open().error()), PDFErrorCode::Damaged);
+    const Sample locked(PdfBuilder().page({QStringLiteral("Word")}).lock(PdfLock::NeedsPassword).build());
+    EXPECT_EQ(codeOf(locked.open().error()), PDFErrorCode::NeedsPassword);
+}
+
+TEST(EngineDocument, APageFailsAloneAndTheEngineLives)
+{
+    const Sample sample(
+        PdfBuilder().page(PdfPage{.isBroken = true}).page({QStringLiteral("Second")}).build());
+    const OpenResult document = sample.open();
+    ASSERT_TRUE(document);
+    EXPECT_EQ(codeOf((*document)->pageText(0).error()), PDFErrorCode::PageUnavailable);
+    EXPECT_EQ((*document)->pageText(1).value(), QByteArray("Second\n"));
+}
+
+TEST(EngineDocument, PagesOutOfRangeAreUnavailable)
+{
+    const OpenResult document = oneWord().open();
+    ASSERT_TRUE(document);
+    for (qint64 index : {qint64(-1), qint64(1), qint64(1) << 31, qint64(1) << 40}) {
+        EXPECT_EQ(codeOf((*document)->pageText(index).error()), PDFErrorCode::PageUnavailable);
+        EXPECT_EQ(codeOf((*document)->thumbnail(index, 10, 10).error()), PDFErrorCode::PageUnavailable);
+    }
+}
+
+TEST(EngineDocument, LeavesNoProcessAndNoDescriptorBehind)
+{
+    const Sample sample = oneWord();
+    const Sample broken("nothing");
+    const qsizetype before = openDescriptors();
+    for (int i = 0; i < 3; ++i) {
+        const OpenResult document = sample.open();
+        ASSERT_TRUE(document);
+        EXPECT_TRUE((*document)->pageText(0));
+        EXPECT_TRUE(hasChildren());
+        EXPECT_FALSE(broken.open());
+    }
+    EXPECT_FALSE(hasChildren());
+    EXPECT_EQ(openDescriptors(), before);
+}
+
+TEST(EngineDocument, AMissingEngineIsAnErrorThatNamesIt)
+{
+    const OpenResult result = oneWord().open(QStringLiteral("/nowhere/engine"));
+    EXPECT_EQ(codeOf(result.error()), PDFErrorCode::EngineMissing);
+    EXPECT_TRUE(result.error().reason.contains(u"/nowhere/engine"));
+}
+
+TEST(EngineDocument, AnEngineThatCrashesIsAnErrorThatSaysHow)
+{
+    const FakeEngine engine({}, "kill -SEGV $$");
+    const OpenResult result = oneWord().open(engine.program());
+    EXPECT_EQ(codeOf(result.error()), PDFErrorCode::EngineFailed);
+    EXPECT_TRUE(result.error().reason.contains(u"signal 11"));
+    EXPECT_FALSE(hasChildren());
+}
+
+TEST(EngineDocument, AnEngineThatEndsIsAnError)
+{
+    const FakeEngine engine({}, "exit 3");
+    const OpenResult result = oneWord().open(engine.program());
+    EXPECT_EQ(codeOf(result.error()), PDFErrorCode::EngineFailed);
+    EXPECT_TRUE(result.error().reason.contains(u"status 3"));
+}
+
+TEST(EngineDocument, AnEngineThatHangsIsEndedAtTheDeadline)
+{
+    const FakeEngine engine({});
+    const OpenResult result = oneWord().open(engine.program(), {.open = 1ms});
+    EXPECT_EQ(codeOf(result.error()), PDFErrorCode::DeadlineExceeded);
+    EXPECT_FALSE(hasChildren());
+}
+
+TEST(EngineDocument, HalfAReplyHangsToo)
+{
+    const FakeEngine engine({FakeEngine::opened(), FakeEngine::reply(2, TextReply{"words"}).chopped(1)});
+    const OpenResult document = oneWord().open(engine.program(), {.pageText = 1ms});
+    ASSERT_TRUE(document);
+    EXPECT_EQ(codeOf((*document)->pageText(0).error()), PDFErrorCode::DeadlineExceeded);
+}
+
+TEST(EngineDocument, BrokenRepliesEndTheEngine)
+{
+    const std::uint32_t opened = std::uint32_t(MessageKind::Opened);
+    EXPECT_EQ(codeForReply("this is no message of the protocol"), PDFErrorCode::EngineFailed);
+    EXPECT_EQ(codeForReply(numbers({0xffffffff, opened, 1})), PDFErrorCode::EngineFailed);
+    EXPECT_EQ(codeForReply(numbers({kMaxReplyBytes + 1, opened, 1})), PDFErrorCode::EngineFailed);
+    EXPECT_EQ(codeForReply(numbers({4, opened, 1, 1})), PDFErrorCode::EngineFailed);
+    EXPECT_EQ(codeForReply(numbers({16, opened, 1, kProtocolVersion, 0xffffffff, 0, 0})),
+              PDFErrorCode::EngineFailed);
+    EXPECT_EQ(codeForReply(numbers({0, 0x777, 1})), PDFErrorCode::EngineFailed);
+}
+
+TEST(EngineDocument, RefusesRepliesToAnotherRequestOrOfAnotherKind)
+{
+    EXPECT_EQ(codeForReply(FakeEngine::reply(2, OpenedReply{kProtocolVersion, 1, {}, {}})),
+              PDFErrorCode::EngineFailed);
+    EXPECT_EQ(codeForReply(FakeEngine::reply(1, TextReply{"words"})), PDFErrorCode::EngineFailed);
+}
+
+TEST(EngineDocument, RefusesAnotherVersion)
+{
+    EXPECT_EQ(codeForReply(FakeEngine::opened(1, kProtocolVersion + 1)), PDFErrorCode::EngineFailed);
+}
+
+TEST(EngineDocument, RefusesAPictureLargerThanAsked)
+{
+    const PictureReply picture = {20, 10, std::vector<std::uint8_t>(20 * 10 * kBytesPerPixel)};
+    const FakeEngine engine({FakeEngine::opened(), FakeEngine::reply(2, picture)});
+    const OpenResult document = oneWord().open(engine.program());
+    ASSERT_TRUE(document);
+    EXPECT_EQ(codeOf((*document)->thumbnail(0, 19, 10).error()), PDFErrorCode::EngineFailed);
+}
+
+TEST(EngineDocument, ALostEngineStaysLostUntilRestarted)
+{
+    const Sample sample = oneWord();
+    const FakeEngine engine({FakeEngine::opened(7), numbers({0, 0x777, 2})});
+    const OpenResult document = sample.open(engine.program());
+    ASSERT_TRUE(document);
+    EXPECT_EQ(codeOf((*document)->pageText(0).error()), PDFErrorCode::EngineFailed);
+    EXPECT_FALSE(hasChildren());
+    EXPECT_EQ(codeOf((*document)->pageText(0).error()), PDFErrorCode::EngineFailed);
+    EXPECT_TRUE((*document)->restart());
+    EXPECT_TRUE(hasChildren());
+    EXPECT_EQ((*document)->pageCount(), 7);
+}
+
+TEST(EngineDocument, ReadsOnAfterARestart)
+{
+    const OpenResult document = oneWord().open(QStringLiteral(QUIREVAULT_ENGINE_PROGRAM), {.thumbnail = 0ms});
+    ASSERT_TRUE(document);
+    EXPECT_EQ(codeOf((*document)->thumbnail(0, 300, 400).error()), PDFErrorCode::DeadlineExceeded);
+    EXPECT_EQ(codeOf((*document)->pageText(0).error()), PDFErrorCode::EngineFailed);
+    ASSERT_TRUE((*document)->restart());
+    EXPECT_EQ((*document)->pageText(0).value(), QByteArray("Word\n"));
+}
+
+TEST(EngineDocument, RestartLeavesAnEngineAloneThatIsWell)
+{
+    const FakeEngine engine({FakeEngine::opened(), FakeEngine::reply(2, TextReply{"words\n"})});
+    const OpenResult document = oneWord().open(engine.program());
+    ASSERT_TRUE(document);
+    EXPECT_TRUE((*document)->restart());
+    EXPECT_EQ((*document)->pageText(0).value(), QByteArray("words\n"));
+}
+
+TEST(EngineDocument, AStopThatFiresMeanwhileEndsTheEngine)
+{
+    const FakeEngine engine({FakeEngine::opened()});
+    const OpenResult document = oneWord().open(engine.program());
+    ASSERT_TRUE(document);
+    std::stop_source source;
+    std::thread stopper([&] { source.request_stop(); });
+    const Result<QByteArray> text = (*document)->pageText(0, source.get_token());
+    stopper.join();
+    ASSERT_FALSE(text);
+    EXPECT_TRUE(isCancelled(text.error()));
+}
+
+TEST(EngineDocument, AStopThatFiredBeforeStartsNothing)
+{
+    std::stop_source source;
+    source.request_stop();
+    const OpenResult result = oneWord().open(QStringLiteral("/nowhere/engine"), {}, source.get_token());
+    ASSERT_FALSE(result);
+    EXPECT_TRUE(isCancelled(result.error()));
+}
+
+TEST(EngineDocument, AStopThatFiredBeforeLeavesTheEngineAlone)
+{
+    const OpenResult document = oneWord().open();
+    ASSERT_TRUE(document);
+    std::stop_source source;
+    source.request_stop();
+    EXPECT_TRUE(isCancelled((*document)->pageText(0, source.get_token()).error()));
+    EXPECT_EQ((*document)->pageText(0).value(), QByteArray("Word\n"));
+}
+
+TEST(EngineDocument, ManyDocumentsAreReadAtOnce)
+{
+    const Sample sample = oneWord();
+    std::array<QByteArray, 6> texts;
+    {
+        std::vector<std::jthread> threads;
+        for (QByteArray &text : texts)
+            threads.emplace_back([&] { text = sample.open().value()->pageText(0).value(); });
+    }
+    for (const QByteArray &text : texts)
+        EXPECT_EQ(text, QByteArray("Word\n"));
+    EXPECT_FALSE(hasChildren());
+}

@@ -1,0 +1,25 @@
+#include "pdf/PDFDocument.h"
+
+#include "support/Printing.h"
+
+#include <QSet>
+#include <gtest/gtest.h>
+
+TEST(PDFDocument, EveryErrorCodeHasItsOwnDescription)
+{
+    QSet<QString> descriptions;
+    for (int code = int(PDFErrorCode::NotAPDF); code <= int(PDFErrorCode::DeadlineExceeded); ++code) {
+        const Error error = pdfError(PDFErrorCode(code), QStringLiteral("because"));
+        EXPECT_TRUE(isPDFError(error, PDFErrorCode(code)));
+        EXPECT_EQ(error.message(), QString(error.description + u": because"));
+        descriptions.insert(error.description);
+    }
+    EXPECT_EQ(descriptions.size(), 8);
+}
+
+TEST(PDFDocument, TellsItsErrorsFromOthers)
+{
+    EXPECT_FALSE(isPDFError(pdfError(PDFErrorCode::Damaged), PDFErrorCode::NotAPDF));
+    EXPECT_FALSE(
+        isPDFError({QStringLiteral("Other"), int(PDFErrorCode::Damaged), {}, {}}, PDFErrorCode::Damaged));
+}

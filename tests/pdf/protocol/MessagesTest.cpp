@@ -1,0 +1,192 @@
+#include "pdf/protocol/Messages.h"
+
+#include "pdf/protocol/Limits.h"
+#include "pdf/protocol/Writer.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+using Bytes = std::vector<std::uint8_t>;
+
+std::span<const std::uint8_t> payloadOf(const Bytes &message)
+{
+    return std::span(message).subspan(kHeaderBytes);
+}
+
+std::optional<MessageHeader> headerOf(const Bytes &message, std::uint32_t maxPayloadBytes)
+{
+    return decodedHeader(std::span(message).first<kHeaderBytes>(), maxPayloadBytes);
+}
+
+Bytes built(void (*build)(Writer &))
+{
+    Writer out;
+    build(out);
+    return out.take();
+}
+
+PictureReply picture(std::uint32_t width, std::uint32_t height)
+{
+    return {width, height, Bytes(std::size_t(width) * height * kBytesPerPixel, 0x7f)};
+}
+} // namespace
+
+TEST(Messages, EveryRequestComesBackAsItWasSent)
+{
+    const std::vector<Request> requests = {OpenRequest{7}, PageTextRequest{41},
+                                           ThumbnailRequest{2, 300, 400}};
+    for (const Request &request : requests) {
+        const Bytes message = encoded(12, request);
+        const std::optional<MessageHeader> header = headerOf(message, kMaxRequestBytes);
+        ASSERT_TRUE(header);
+        EXPECT_EQ(header->request, 12u);
+        EXPECT_EQ(header->payloadBytes, message.size() - kHeaderBytes);
+        EXPECT_EQ(decodedRequest(header->kind, payloadOf(message)), request);
+    }
+}
+
+TEST(Messages, EveryReplyComesBackAsItWasSent)
+{
+    const std::vector<Reply> replies = {
+        OpenedReply{1, 17, "A title", std::nullopt},
+        OpenedReply{1, 0, std::nullopt, ""},
+        TextReply{"caf\u00e9 \u05d0\n"},
+        TextReply{""},
+        picture(3, 2),
+        FailedReply{Failure::NeedsPassword, "why"},
+    };
+    for (const Reply &reply : replies) {
+        const Bytes message = encoded(3, reply);
+        const std::optional<MessageHeader> header = headerOf(message, kMaxReplyBytes);
+        ASSERT_TRUE(header);
+        EXPECT_EQ(decodedReply(header->kind, payloadOf(message)), reply);
+    }
+}
+
+TEST(Messages, NumbersAreLittleEndian)
+{
+    const Bytes expected = {4, 0, 0, 0, 2, 0, 0, 0, 0x0d, 0x0c, 0x0b, 0x0a, 0x04, 0x03, 0x02, 0x01};
+    EXPECT_EQ(encoded(0x0a0b0c0d, Request(PageTextRequest{0x01020304})), expected);
+}
+
+TEST(Messages, TheLargestThumbnailFitsIntoAReply)
+{
+    EXPECT_LE(encoded(1, Reply(picture(kMaxThumbnailSide, kMaxThumbnailSide))).size(),
+              kHeaderBytes + kMaxReplyBytes);
+}
+
+TEST(Messages, RefusesAHeaderThatClaimsTooMuch)
+{
+    const auto withLength = [](std::uint32_t length) {
+        Writer out;
+        out.number(length);
+        out.number(2);
+        out.number(1);
+        return out.take();
+    };
+    EXPECT_TRUE(headerOf(withLength(kMaxRequestBytes), kMaxRequestBytes));
+    EXPECT_FALSE(headerOf(withLength(kMaxRequestBytes + 1), kMaxRequestBytes));
+    EXPECT_FALSE(headerOf(withLength(0xffffffff), kMaxReplyBytes));
+}
+
+TEST(Messages, RefusesEveryTruncatedMessage)
+{
+    const std::vector<Reply> replies = {OpenedReply{1, 17, "title", "author"}, TextReply{"words"},
+                                        picture(2, 2), FailedReply{Failure::Damaged, "why"}};
+    for (const Reply &reply : replies) {
+        const Bytes message = encoded(1, reply);
+        const MessageKind kind = headerOf(message, kMaxReplyBytes)->kind;
+        for (std::size_t size = 0; size + kHeaderBytes < message.size(); ++size)
+            EXPECT_FALSE(decodedReply(kind, payloadOf(message).first(size))) << size << " of a message";
+    }
+}
+
+TEST(Messages, RefusesBytesAfterTheLastField)
+{
+    Bytes message = encoded(1, Request(ThumbnailRequest{0, 1, 1}));
+    message.push_back(0);
+    EXPECT_FALSE(decodedRequest(MessageKind::Thumbnail, payloadOf(message)));
+    message = encoded(1, Reply(TextReply{"words"}));
+    message.push_back(0);
+    EXPECT_FALSE(decodedReply(MessageKind::Text, payloadOf(message)));
+}
+
+TEST(Messages, RefusesUnknownKindsAndThoseOfTheOtherSide)
+{
+    const Bytes number = built([](Writer &out) { out.number(1); });
+    EXPECT_TRUE(decodedRequest(MessageKind::Open, number));
+    EXPECT_FALSE(decodedRequest(MessageKind(0), number));
+    EXPECT_FALSE(decodedRequest(MessageKind(77), number));
+    EXPECT_FALSE(decodedRequest(MessageKind::Text, number));
+    EXPECT_FALSE(decodedReply(MessageKind::Open, number));
+}
+
+TEST(Messages, RefusesTextThatIsNotUtf8)
+{
+    for (const char *text : {"\xff", "\xc0\xaf", "\xed\xa0\x80", "\xf4\x90\x80\x80", "\xe2\x82"}) {
+        EXPECT_FALSE(decodedReply(MessageKind::Text, payloadOf(encoded(1, Reply(TextReply{text})))));
+        const Bytes opened = encoded(1, Reply(OpenedReply{1, 1, text, std::nullopt}));
+        EXPECT_FALSE(decodedReply(MessageKind::Opened, payloadOf(opened)));
+    }
+}
+
+TEST(Messages, RefusesTextsBeyondTheirLimits)
+{
+    const auto opened = [](std::size_t bytes) {
+        return encoded(1, Reply(OpenedReply{1, 1, std::string(bytes, 'x'), std::nullopt}));
+    };
+    EXPECT_TRUE(decodedReply(MessageKind::Opened, payloadOf(opened(kMaxAttributeBytes))));
+    EXPECT_FALSE(decodedReply(MessageKind::Opened, payloadOf(opened(kMaxAttributeBytes + 1))));
+    const Bytes text = encoded(1, Reply(TextReply{std::string(kMaxPageTextBytes + 1, 'x')}));
+    EXPECT_FALSE(decodedReply(MessageKind::Text, payloadOf(text)));
+    const Bytes reason =
+        encoded(1, Reply(FailedReply{Failure::Damaged, std::string(kMaxReasonBytes + 1, 'x')}));
+    EXPECT_FALSE(decodedReply(MessageKind::Failed, payloadOf(reason)));
+}
+
+TEST(Messages, RefusesALengthBeyondThePayload)
+{
+    const Bytes text = built([](Writer &out) {
+        out.number(1000);
+        out.number(0);
+    });
+    EXPECT_FALSE(decodedReply(MessageKind::Text, text));
+}
+
+TEST(Messages, RefusesPicturesWhoseSizeAndPixelsDisagree)
+{
+    PictureReply reply = picture(4, 4);
+    reply.pixels.pop_back();
+    EXPECT_FALSE(decodedReply(MessageKind::Picture, payloadOf(encoded(1, Reply(reply)))));
+    // 65536 * 65536 * 3 is 0 in 32 bits.
+    EXPECT_FALSE(
+        decodedReply(MessageKind::Picture, payloadOf(encoded(1, Reply(PictureReply{65536, 65536, {}})))));
+    EXPECT_FALSE(decodedReply(MessageKind::Picture, payloadOf(encoded(1, Reply(PictureReply{0, 4, {}})))));
+    const PictureReply tooWide = picture(kMaxThumbnailSide + 1, 1);
+    EXPECT_FALSE(decodedReply(MessageKind::Picture, payloadOf(encoded(1, Reply(tooWide)))));
+}
+
+TEST(Messages, RefusesPageCountsPageNumbersAndSizesOutOfRange)
+{
+    EXPECT_FALSE(
+        decodedReply(MessageKind::Opened, payloadOf(encoded(1, Reply(OpenedReply{1, 0x80000000, {}, {}})))));
+    EXPECT_FALSE(decodedRequest(MessageKind::PageText,
+                                payloadOf(encoded(1, Request(PageTextRequest{kMaxPageCount})))));
+    EXPECT_FALSE(
+        decodedRequest(MessageKind::Thumbnail, payloadOf(encoded(1, Request(ThumbnailRequest{0, 0, 9})))));
+    const Request tooLarge = ThumbnailRequest{0, 9, kMaxThumbnailSide + 1};
+    EXPECT_FALSE(decodedRequest(MessageKind::Thumbnail, payloadOf(encoded(1, tooLarge))));
+}
+
+TEST(Messages, RefusesUnknownFailuresAndPresenceOtherThanYesAndNo)
+{
+    for (std::uint32_t failure : {0u, 6u, 0xffffffffu})
+        EXPECT_FALSE(decodedReply(MessageKind::Failed,
+                                  payloadOf(encoded(1, Reply(FailedReply{Failure(failure), ""})))));
+    const Bytes opened = built([](Writer &out) {
+        for (std::uint32_t number : {1u, 1u, 2u, 0u, 0u})
+            out.number(number);
+    });
+    EXPECT_FALSE(decodedReply(MessageKind::Opened, opened));
+}

@@ -1,0 +1,22 @@
+#include "platform/Paths.h"
+
+#include "support/Printing.h"
+
+#include <QFileInfo>
+#include <gtest/gtest.h>
+
+TEST(Paths, FollowXdgDataHome)
+{
+    const QByteArray before = qgetenv("XDG_DATA_HOME");
+    qputenv("XDG_DATA_HOME", "/somewhere/data");
+    EXPECT_EQ(dataFolder(), QStringLiteral("/somewhere/data/Quirevault"));
+    EXPECT_EQ(libraryDatabasePath(), QStringLiteral("/somewhere/data/Quirevault/library.db"));
+    EXPECT_EQ(coversFolder(), QStringLiteral("/somewhere/data/Quirevault/covers"));
+    before.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", before);
+}
+
+TEST(Paths, KnowWhereTheProgramIs)
+{
+    EXPECT_TRUE(QFileInfo(programFolder()).isAbsolute());
+    EXPECT_TRUE(QFileInfo::exists(QString(programFolder() + u"/platform-tests")));
+}

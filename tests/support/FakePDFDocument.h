@@ -1,0 +1,88 @@
+#pragma once
+
+#include "pdf/PDFDocument.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <set>
+#include <vector>
+
+/// A document as a test describes it. Keeps a record of what was asked of it.
+class FakePDFDocument : public PDFDocument
+{
+public:
+    /// Texts of the pages from the first on; a page beyond them is unavailable.
+    std::vector<QByteArray> pages;
+    /// What the document claims; as many as there are pages when absent.
+    std::optional<qint64> claimedPages;
+    PDFAttributes itsAttributes;
+    /// Pages, by index, that fail in this way.
+    std::map<qint64, Error> failingPages;
+    Result<PDFBitmap> picture = PDFBitmap{3, 4, QByteArray(3 * 4 * 3, '\x7f')};
+    Result<void> restartAnswer;
+    /// Runs before a page is read.
+    std::function<void(qint64 index)> onRead = [](qint64) {
+    };
+
+    std::vector<qint64> readPages;
+    int restarts = 0;
+
+    const PDFAttributes &attributes() const override { return itsAttributes; }
+    qint64 pageCount() const override { return claimedPages.value_or(static_cast<qint64>(pages.size())); }
+
+    Result<QByteArray> pageText(qint64 index, std::stop_token) override
+    {
+        onRead(index);
+        readPages.push_back(index);
+        if (m_isEngineLost)
+            return pdfError(PDFErrorCode::EngineFailed);
+        if (const auto failing = failingPages.find(index); failing != failingPages.end())
+            return failed(failing->second);
+        if (index >= static_cast<qint64>(pages.size()))
+            return pdfError(PDFErrorCode::PageUnavailable);
+        return pages[static_cast<size_t>(index)];
+    }
+
+    Result<PDFBitmap> thumbnail(qint64 index, int maxWidth, int maxHeight, std::stop_token) override
+    {
+        thumbnailRequest = {index, maxWidth, maxHeight};
+        return picture ? picture : Result<PDFBitmap>(failed(picture.error()));
+    }
+
+    Result<void> restart(std::stop_token) override
+    {
+        if (!m_isEngineLost)
+            return {};
+        ++restarts;
+        if (restartAnswer)
+            m_isEngineLost = false;
+        return restartAnswer;
+    }
+
+    struct ThumbnailRequest {
+        qint64 index;
+        int maxWidth;
+        int maxHeight;
+        friend bool operator==(const ThumbnailRequest &, const ThumbnailRequest &) = default;
+    };
+    std::optional<ThumbnailRequest> thumbnailRequest;
+
+private:
+    const Error &failed(const Error &error)
+    {
+        m_isEngineLost = isPDFError(error, PDFErrorCode::EngineFailed) ||
+                         isPDFError(error, PDFErrorCode::DeadlineExceeded);
+        return error;
+    }
+
+    bool m_isEngineLost = false;
+};
+
+/// A document whose pages are given.
+inline std::unique_ptr<FakePDFDocument> documentOf(std::vector<QByteArray> pages)
+{
+    auto document = std::make_unique<FakePDFDocument>();
+    document->pages = std::move(pages);
+    return document;
+}
