@@ -8,7 +8,7 @@
 inline constexpr qint64 kPagesPerPaper = 20;
 
 /// Makes a library of `pages` page rows below `folder`, or finds the one made earlier, and answers the folder
-/// to name as XDG_DATA_HOME. The same pages make the same library. A million pages take some minutes and 4
+/// to name as XDG_DATA_HOME. The same pages make the same library. A million pages take some minutes and 5
 /// GB.
 ///
 /// Pages hold 250 to 400 words of `Vocabulary`; a paper keeps coming back to the words of its own subject, as

@@ -43,7 +43,7 @@ void searchOnce(NativeSearchService &service, const QString &query)
 /// Alternates the two, so that whatever else the machine does meets both; the first of each only warms up.
 Times measure(RawSearch &raw, NativeSearchService &service, const QString &query)
 {
-    constexpr std::size_t kFewestRuns = 5;
+    constexpr std::size_t kFewestRuns = 7;
     constexpr std::size_t kMostRuns = 101;
     constexpr Milliseconds kLongEnough = 2s;
     const QByteArray expression = buildFTSQuery(query).toUtf8();

@@ -11,49 +11,44 @@
 namespace
 {
 
-constexpr char kFunctionWords[] =
-    "the of and in to a is that for we with are as by this be on an from which it at can or have not where "
-    "our "
-    "these has if all two one then let any also its their such between when more than only each some other "
-    "was "
-    "there but may using based into both no they used been if since while over so same new first most under "
-    "thus however given will very many because different following several number use case";
+constexpr char kFunctionWords[] = R"(
+the of and in to a is that for we with are as by this be on an from which it at can or have not where
+our these has if all two one then let any also its their such between when more than only each some
+other was there but may using based into both no they used been if since while over so same new first
+most under thus however given will very many because different following several number use case
+)";
 
 /// Underscores stand for the blanks of set phrases.
-constexpr char kSubjectWords[] =
-    "model data results figure set function method time table analysis system section value values example "
-    "order point algorithm problem theorem form large small high distribution field equation parameters "
-    "energy "
-    "space state error theory linear matrix proof network information test probability learning process size "
-    "package structure observed random solution effect level temperature vector group conditions samples "
-    "local "
-    "signal density rate surface mean training experimental variables constant control performance mass "
-    "image "
-    "boundary approach phase measure complex class functions neural_network estimate graph lemma standard "
-    "transform optimal features equations variance magnetic convergence dimension spectrum measurement "
-    "quantum "
-    "transition kernel frequency stochastic document command bound accuracy operator transmission node "
-    "citation "
-    "estimation gradient dynamics protein simulation regression likelihood cells polynomial attention "
-    "singular "
-    "decomposition entropy clustering bibliography transformer manifold macro tensor wavelength";
+constexpr char kSubjectWords[] = R"(
+model data results figure set function method time table analysis system section value values example
+order point algorithm problem theorem form large small high distribution field equation parameters
+energy space state error theory linear matrix proof network information test probability learning
+process size package structure observed random solution effect level temperature vector group conditions
+samples local signal density rate surface mean training experimental variables constant control
+performance mass image boundary approach phase measure complex class functions neural_network estimate
+graph lemma standard transform optimal features equations variance magnetic convergence dimension
+spectrum measurement quantum transition kernel frequency stochastic document command bound accuracy
+operator transmission node citation estimation gradient dynamics protein simulation regression
+likelihood cells polynomial attention singular decomposition entropy clustering bibliography transformer
+manifold macro tensor wavelength
+)";
 
 /// Words that a query asks for, at the ranks that make them as frequent as the query wants.
 const std::map<std::size_t, const char *> kPlacedWords = {{1'500, Vocabulary::kRarePhrase},
                                                           {20'000, Vocabulary::kRareWord}};
 
 constexpr std::array kSyllables = {
-    "al", "an",  "ar",  "bel", "bra", "cal", "cen", "con", "cor", "da",  "del", "di", "dro",
-    "el", "en",  "er",  "fa",  "fer", "flu", "ga",  "gen", "gra", "hel", "hy",  "il", "in",
-    "ka", "kin", "la",  "lam", "lo",  "lu",  "ma",  "mer", "mi",  "mon", "na",  "ne", "no",
-    "o",  "or",  "pa",  "pe",  "phy", "po",  "pro", "ra",  "re",  "ri",  "ro",  "sa", "se",
-    "si", "sol", "sta", "ta",  "te",  "the", "ti",  "tran", "tri", "u",   "va",  "ve",  "vi"};
+    "al", "an",  "ar",  "bel", "bra", "cal", "cen", "con",  "cor", "da",  "del", "di", "dro",
+    "el", "en",  "er",  "fa",  "fer", "flu", "ga",  "gen",  "gra", "hel", "hy",  "il", "in",
+    "ka", "kin", "la",  "lam", "lo",  "lu",  "ma",  "mer",  "mi",  "mon", "na",  "ne", "no",
+    "o",  "or",  "pa",  "pe",  "phy", "po",  "pro", "ra",   "re",  "ri",  "ro",  "sa", "se",
+    "si", "sol", "sta", "ta",  "te",  "the", "ti",  "tran", "tri", "u",   "va",  "ve", "vi"};
 constexpr std::array kEndings = {"",   "",   "",    "",    "",    "s",    "al", "ed",
                                  "er", "ic", "ing", "ion", "ity", "ment", "ous"};
 
 QList<QByteArray> listed(const char *words)
 {
-    return QByteArray(words).split(' ');
+    return QByteArray(words).simplified().split(' ');
 }
 
 QByteArray madeUpWord(std::mt19937_64 &random)

@@ -17,5 +17,5 @@ measure_hash() {
 in_megabytes() { median <"$1" | awk '{ printf "%.0f", $1 / 1e6 }'; }
 
 openssl_bytes_a_second() {
-    openssl speed -mr -evp sha256 -bytes 16384 -seconds 1 2>/dev/null | awk -F: '/^\+F/ { print $NF }'
+    openssl speed -elapsed -mr -evp sha256 -bytes 16384 -seconds 1 2>/dev/null | awk -F: '/^\+F/ { print $NF }'
 }

@@ -11,7 +11,8 @@ measure_import() {
     rm -f "$work"/import-{ours,floor}.times
     for ((round = 0; round < import_rounds; round++)); do
         times_of text_of_all "$pdfs" >>"$work/import-floor.times"
-        times_of import_into_fresh_library "$pdfs" >>"$work/import-ours.times"
+        rm -rf "$work/import-home"
+        times_of import_all "$pdfs" >>"$work/import-ours.times"
     done
     figure "import of $files files: wall time" "$(import_median ours 1)" "$(import_median floor 1)" s "ratio-most 1.25"
     figure "import of $files files: processor time" "$(import_median ours 2)" "$(import_median floor 2)" s -
@@ -32,9 +33,8 @@ text_of_all() {
         "${two_cores[@]}" xargs -0 -P 2 -n 1 mutool draw -q -F txt -o /dev/null || [ $? = 123 ]
 }
 
-# 1 is how the program says that some file failed; the line that the table quotes says how many.
-import_into_fresh_library() {
-    rm -rf "$work/import-home"
+# 1 is how the program says that some file failed; the line below the table says how many.
+import_all() {
     with_import_home "${two_cores[@]}" "$programs/quirevault" import "$1" >"$work/import.out" || [ $? = 1 ]
 }
 

@@ -75,7 +75,7 @@ public:
         } else if (fs::exists(fs::symlink_status(path, failed))) {
             addIfPDF(path);
         } else {
-            m_found.problems.insert(shownPath(path), QString::fromLocal8Bit(failed.message().c_str()));
+            addProblem(path, failed);
         }
     }
 
@@ -92,13 +92,22 @@ private:
             const size_t above = folders.size();
             for (const fs::directory_entry &entry : entries) {
                 addIfPDF(entry.path());
-                std::error_code failed;
-                if (entry.symlink_status(failed).type() == fs::file_type::directory)
+                if (isFolder(entry))
                     folders.push_back(entry.path());
             }
             // The stack gives the last folder first; turned round, folders too come ascending by name.
             std::reverse(folders.begin() + static_cast<std::ptrdiff_t>(above), folders.end());
         }
+    }
+
+    /// Whether `entry` is a folder itself, not a link to one.
+    bool isFolder(const fs::directory_entry &entry)
+    {
+        std::error_code failed;
+        const fs::file_type type = entry.symlink_status(failed).type();
+        if (failed)
+            addProblem(entry.path(), failed);
+        return type == fs::file_type::directory;
     }
 
     std::vector<fs::directory_entry> sortedEntries(const fs::path &folder)
@@ -109,7 +118,7 @@ private:
         for (; !failed && at != fs::directory_iterator(); at.increment(failed))
             entries.push_back(*at);
         if (failed)
-            m_found.problems.insert(shownPath(folder), QString::fromLocal8Bit(failed.message().c_str()));
+            addProblem(folder, failed);
         std::sort(entries.begin(), entries.end());
         return entries;
     }
@@ -124,6 +133,11 @@ private:
             m_found.paths.append(text);
         else
             m_found.problems.insert(shownPath(path), QStringLiteral("The file name is not valid UTF-8"));
+    }
+
+    void addProblem(const fs::path &path, const std::error_code &failed)
+    {
+        m_found.problems.insert(shownPath(path), QString::fromLocal8Bit(failed.message().c_str()));
     }
 
     std::stop_token m_stop;

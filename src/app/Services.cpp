@@ -7,7 +7,7 @@
 #include "indexing/CoverStore.h"
 #include "indexing/OpenLibraryBookService.h"
 #include "indexing/PDFIndexer.h"
-#include "indexing/Retagger.h"
+#include "indexing/TopicTagger.h"
 #include "pdf/EngineDocument.h"
 #include "platform/CurlHttpClient.h"
 #include "platform/Paths.h"
@@ -46,7 +46,7 @@ struct Services::Parts {
                         .covers = covers,
                         .clock = clock,
                         .openPDF = engineOpener()}};
-    Retagger retagger{books, engineOpener()};
+    TopicTagger tagger{books, engineOpener()};
     ImportFlow importFlow{
         [this](const QString &path, std::stop_token stop) { return indexer.indexFile(path, stop); },
         preferences, clock};
@@ -54,7 +54,7 @@ struct Services::Parts {
                          .library = library,
                          .publisher = systemSearch,
                          .retagPaper = [this](const Paper &paper, std::stop_token stop) {
-                             return retagger.retagPaper(paper, stop);
+                             return tagger.retagPaper(paper, stop);
                          }}};
 };
 

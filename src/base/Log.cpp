@@ -1,21 +1,14 @@
 #include "base/Log.h"
 
+#include "base/TextClasses.h"
+
 #include <atomic>
 #include <cstdio>
+#include <unistd.h>
 
 namespace
 {
 std::atomic<LogTarget> g_target = LogTarget::StandardOutput;
-
-QByteArray asOneLine(QString line)
-{
-    for (QChar &c : line) {
-        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
-            c == QChar::ParagraphSeparator)
-            c = u' ';
-    }
-    return (line + u'\n').toUtf8();
-}
 } // namespace
 
 void setLogTarget(LogTarget target)
@@ -25,8 +18,11 @@ void setLogTarget(LogTarget target)
 
 void logLine(const QString &line)
 {
-    const QByteArray bytes = asOneLine(line);
+    QByteArray bytes = (onOneLine(line) + u'\n').toUtf8();
     std::FILE *stream = g_target == LogTarget::StandardOutput ? stdout : stderr;
+    // A progress line may stand on the terminal without an end.
+    if (g_target == LogTarget::StandardError && isatty(STDERR_FILENO))
+        bytes.prepend("\r\033[K");
     std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stream);
     std::fflush(stream);
 }

@@ -11,6 +11,5 @@ enum class LogTarget {
 /// Chooses the target for the whole process. Call before other threads start; the default is standard output.
 void setLogTarget(LogTarget target);
 
-/// Writes one line, whole, from any thread. Line breaks and control characters inside it become blanks, so
-/// a file name can never forge a second line.
+/// Writes one line, whole, from any thread. What `onOneLine` takes out of it cannot forge a second one.
 void logLine(const QString &line);

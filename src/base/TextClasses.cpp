@@ -25,6 +25,18 @@ QString trimmedHorizontally(const QString &text)
     return QString(first, last - first);
 }
 
+QString onOneLine(QString text)
+{
+    const auto isDisruptive = [](QChar c) {
+        const bool isDirectional =
+            (c >= QChar(0x202a) && c <= QChar(0x202e)) || (c >= QChar(0x2066) && c <= QChar(0x2069));
+        return isDirectional || c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
+               c == QChar::ParagraphSeparator;
+    };
+    std::replace_if(text.begin(), text.end(), isDisruptive, QChar(u' '));
+    return text;
+}
+
 QString firstCharacters(const QString &text, qsizetype count)
 {
     // A character is at least one code unit, so a short text needs no look at its boundaries.

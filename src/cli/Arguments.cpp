@@ -61,7 +61,11 @@ private:
 
     void onRun(CLI::App *command, Run run)
     {
-        command->callback([this, run = std::move(run)] { m_invocation.run = run; });
+        // CLI11 calls a command after the subcommand that was chosen of it.
+        command->callback([this, command, run = std::move(run)] {
+            if (command->get_subcommands().empty())
+                m_invocation.run = run;
+        });
     }
 
     static CLI::Option *declarePaperId(CLI::App *command, std::string &id)
@@ -92,11 +96,15 @@ private:
         command->add_option("QUERY", *words, "What to look for, as in the search field")->required();
         command->add_flag("--explain", *explain, "Show how the query is understood; search nothing");
         command->callback([this, words, explain] {
-            m_invocation.needsLibrary = !*explain;
-            m_invocation.run = [words, explain](const CommandContext &context) {
-                return runSearch({.query = toText(CLI::detail::join(*words, " ")), .explain = *explain},
-                                 context);
-            };
+            const QString query = toText(CLI::detail::join(*words, " "));
+            if (*explain)
+                m_invocation.runAlone = [query](const Output &output) {
+                    return runExplain(query, output);
+                };
+            else
+                m_invocation.run = [query](const CommandContext &context) {
+                    return runSearch(query, context);
+                };
         });
     }
 

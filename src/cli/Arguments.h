@@ -9,9 +9,9 @@
 /// What the command line asks for.
 struct Invocation {
     Output::Form form = Output::Form::Text;
-    bool needsLibrary = true; ///< whether the command reads or writes the library at all
     bool endsCleanly = false; ///< whether Ctrl-C asks the command to stop instead of ending the program
     std::function<ExitStatus(const CommandContext &context)> run;
+    std::function<ExitStatus(const Output &output)> runAlone; ///< instead, where no library is needed
 };
 
 /// The command asked for, or the exit status when there is nothing to run: the help or version was printed,

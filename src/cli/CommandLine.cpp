@@ -14,19 +14,18 @@ namespace
 
 ExitStatus run(const Invocation &invocation)
 {
+    const Output output(invocation.form);
+    if (invocation.runAlone)
+        return invocation.runAlone(output);
     // Before the services start their threads, which inherit the blocked signals.
     std::optional<StopOnSignal> signals;
     if (invocation.endsCleanly)
         signals.emplace();
-    const Output output(invocation.form);
     Services services(ServiceLocations::ofTheUser());
     const CommandContext context{
         .services = services, .output = output, .stop = signals ? signals->token() : std::stop_token()};
-    if (invocation.needsLibrary) {
-        if (const Result<void> usable = services.db().verifyUsable().result(); !usable)
-            return fail(usable.error(), context);
-    }
-    return invocation.run(context);
+    const Result<void> usable = services.db().verifyUsable().result();
+    return usable ? invocation.run(context) : fail(usable.error(), context);
 }
 
 } // namespace

@@ -16,11 +16,9 @@ struct ImportRequest {
 };
 ExitStatus runImport(const ImportRequest &request, const CommandContext &context);
 
-struct SearchRequest {
-    QString query;
-    bool explain = false; ///< show how the query is understood, search nothing
-};
-ExitStatus runSearch(const SearchRequest &request, const CommandContext &context);
+ExitStatus runSearch(const QString &query, const CommandContext &context);
+/// Shows how a query is understood; searches nothing and touches no library.
+ExitStatus runExplain(const QString &query, const Output &output);
 
 struct FindRequest {
     QString paperId; ///< the whole id or a prefix, here and below

@@ -1,5 +1,7 @@
 #include "cli/Output.h"
 
+#include "base/TextClasses.h"
+
 #include <cstdio>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -43,14 +45,14 @@ void Output::json(const QJsonDocument &document) const
 void Output::failure(const QString &text) const
 {
     progress({});
-    write(stderr, (u"quirevault: " + printable(text) + u'\n').toUtf8());
+    write(stderr, (u"quirevault: " + onOneLine(text) + u'\n').toUtf8());
 }
 
 void Output::progress(const QString &text) const
 {
     if (!m_reportsToTerminal)
         return;
-    write(stderr, "\r\033[K" + printable(text).left(columnsOf(stderr) - 1).toUtf8());
+    write(stderr, "\r\033[K" + onOneLine(text).left(columnsOf(stderr) - 1).toUtf8());
 }
 
 QString Output::emphasised(const QString &text) const
@@ -61,14 +63,4 @@ QString Output::emphasised(const QString &text) const
 QString Output::dimmed(const QString &text) const
 {
     return m_answersToTerminal ? QStringLiteral("\033[2m%1\033[0m").arg(text) : text;
-}
-
-QString printable(QString text)
-{
-    for (QChar &c : text) {
-        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
-            c == QChar::ParagraphSeparator)
-            c = u' ';
-    }
-    return text;
 }

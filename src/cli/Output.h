@@ -18,7 +18,7 @@ public:
     void line(const QString &text) const;
     /// The whole answer as one JSON document.
     void json(const QJsonDocument &document) const;
-    /// One line about a failure. Control characters inside become blanks.
+    /// One line about a failure, made safe by `onOneLine`.
     void failure(const QString &text) const;
     /// Replaces the progress line on a terminal; nothing elsewhere. An empty text removes it.
     void progress(const QString &text) const;
@@ -33,7 +33,3 @@ private:
     bool m_answersToTerminal;
     bool m_reportsToTerminal;
 };
-
-/// `text` with line breaks, escape sequences and other control characters replaced by blanks, so that text
-/// out of a PDF or a file name can neither forge a line nor command the terminal.
-QString printable(QString text);

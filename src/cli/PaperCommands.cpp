@@ -1,4 +1,5 @@
 #include "app/Services.h"
+#include "base/TextClasses.h"
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "cli/PaperLookup.h"
@@ -37,7 +38,7 @@ QString bookmarkHeading(const Bookmark &bookmark)
 {
     QString heading = QStringLiteral("p. %1").arg(bookmark.page);
     if (!bookmark.label.isEmpty())
-        heading += u"  " + printable(bookmark.label);
+        heading += u"  " + onOneLine(bookmark.label);
     return heading;
 }
 
@@ -101,7 +102,7 @@ ExitStatus runBookmarks(const QString &paperId, const CommandContext &context)
     printPaper(*paper, context.output);
     for (const Bookmark &bookmark : *bookmarks) {
         context.output.line(u"    " + context.output.dimmed(bookmarkHeading(bookmark)));
-        context.output.line(u"        " + printable(bookmark.text));
+        context.output.line(u"        " + onOneLine(bookmark.text));
     }
     if (bookmarks->isEmpty())
         context.output.line(QStringLiteral("No bookmarks."));
@@ -125,7 +126,7 @@ ExitStatus runRemove(const QStringList &paperIds, const CommandContext &context)
         removed.append(paper->id);
         if (!context.output.isJson())
             context.output.line(
-                QStringLiteral("Removed %1 from the library; its file stays.").arg(printable(paper->title)));
+                QStringLiteral("Removed %1 from the library; its file stays.").arg(onOneLine(paper->title)));
     }
     if (context.output.isJson()) {
         context.output.json(

@@ -1,5 +1,6 @@
 #include "cli/PaperText.h"
 
+#include "base/TextClasses.h"
 #include "search/SnippetMarkup.h"
 
 namespace
@@ -10,7 +11,7 @@ constexpr int kShownIdLength = 8;
 
 void printField(const QString &name, const QString &value, const Output &output)
 {
-    output.line(QStringLiteral("%1 %2").arg(output.dimmed(name.leftJustified(9)), printable(value)));
+    output.line(QStringLiteral("%1 %2").arg(output.dimmed(name.leftJustified(9)), onOneLine(value)));
 }
 
 } // namespace
@@ -18,10 +19,10 @@ void printField(const QString &name, const QString &value, const Output &output)
 void printPaperHeading(const QString &id, const QString &title, const QString &authors,
                        std::optional<qint64> year, const Output &output)
 {
-    output.line(output.dimmed(id.left(kShownIdLength)) + u"  " + printable(title));
+    output.line(output.dimmed(id.left(kShownIdLength)) + u"  " + onOneLine(title));
     QStringList details;
     if (!authors.isEmpty())
-        details.append(printable(authors));
+        details.append(onOneLine(authors));
     if (year)
         details.append(QString::number(*year));
     if (!details.isEmpty())
@@ -33,11 +34,11 @@ void printPaper(const Paper &paper, const Output &output)
     printPaperHeading(paper.id, paper.title, paper.authors, paper.year, output);
 }
 
-void printPassage(const Passage &passage, const Output &output)
+void printPassage(const Passage &passage, const QString &query, const Output &output)
 {
     QString text;
-    for (const SnippetSpan &span : markUpSnippet(passage.text)) {
-        const QString shown = printable(span.text);
+    for (const SnippetSpan &span : markUpSnippet(passage.text, query)) {
+        const QString shown = onOneLine(span.text);
         text += span.isMatch ? output.emphasised(shown) : shown;
     }
     const QString page = QStringLiteral("p. %1").arg(passage.page).leftJustified(8);

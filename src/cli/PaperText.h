@@ -14,6 +14,7 @@ void printPaper(const Paper &paper, const Output &output);
 void printPaperHeading(const QString &id, const QString &title, const QString &authors,
                        std::optional<qint64> year, const Output &output);
 /// "    p. 7  the passage", its matches emphasised and its cuts shown as "…".
-void printPassage(const Passage &passage, const Output &output);
+/// `query` is what was searched for.
+void printPassage(const Passage &passage, const QString &query, const Output &output);
 /// Every field, one a line.
 void printPaperDetails(const Paper &paper, const Output &output);

@@ -1,4 +1,5 @@
 #include "app/Services.h"
+#include "base/TextClasses.h"
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "cli/PaperLookup.h"
@@ -30,20 +31,6 @@ QJsonObject explanation(const ParsedQuery &query)
             {QStringLiteral("expression"), buildFTSQuery(query.fullText)}};
 }
 
-ExitStatus explain(const ParsedQuery &query, const Output &output)
-{
-    const QJsonObject parts = explanation(query);
-    if (output.isJson()) {
-        output.json(QJsonDocument(parts));
-        return ExitStatus::Done;
-    }
-    for (auto part = parts.begin(); part != parts.end(); ++part) {
-        const QString value = part->isNull() ? QStringLiteral("-") : part->toVariant().toString();
-        output.line(part.key().leftJustified(11) + printable(value));
-    }
-    return ExitStatus::Done;
-}
-
 ExitStatus listMatchingPapers(const ParsedQuery &query, const CommandContext &context)
 {
     const Result<QList<Paper>> papers = context.services.library().allPapers().result();
@@ -68,14 +55,14 @@ Result<QHash<QString, Paper>> papersOf(const QList<SearchResult> &results, const
     return byId;
 }
 
-void printResults(const QList<SearchResult> &results, const QHash<QString, Paper> &papers,
-                  const Output &output)
+void printResults(const QList<SearchResult> &results, const QString &query,
+                  const QHash<QString, Paper> &papers, const Output &output)
 {
     for (const SearchResult &result : results) {
         const Paper paper = papers.value(result.paperId);
         printPaperHeading(result.paperId, result.title, paper.authors, paper.year, output);
         for (const Passage &passage : result.passages)
-            printPassage(passage, output);
+            printPassage(passage, query, output);
         output.line({});
     }
     if (results.isEmpty())
@@ -84,11 +71,23 @@ void printResults(const QList<SearchResult> &results, const QHash<QString, Paper
 
 } // namespace
 
-ExitStatus runSearch(const SearchRequest &request, const CommandContext &context)
+ExitStatus runExplain(const QString &text, const Output &output)
 {
-    const ParsedQuery query(request.query);
-    if (request.explain)
-        return explain(query, context.output);
+    const QJsonObject parts = explanation(ParsedQuery(text));
+    if (output.isJson()) {
+        output.json(QJsonDocument(parts));
+        return ExitStatus::Done;
+    }
+    for (auto part = parts.begin(); part != parts.end(); ++part) {
+        const QString value = part->isNull() ? QStringLiteral("-") : part->toVariant().toString();
+        output.line(part.key().leftJustified(11) + onOneLine(value));
+    }
+    return ExitStatus::Done;
+}
+
+ExitStatus runSearch(const QString &text, const CommandContext &context)
+{
+    const ParsedQuery query(text);
     if (query.fullText.isEmpty())
         return listMatchingPapers(query, context);
 
@@ -103,7 +102,7 @@ ExitStatus runSearch(const SearchRequest &request, const CommandContext &context
     if (context.output.isJson())
         context.output.json(asJson(results));
     else
-        printResults(results, *papers, context.output);
+        printResults(results, query.fullText, *papers, context.output);
     return ExitStatus::Done;
 }
 
@@ -122,7 +121,7 @@ ExitStatus runFind(const FindRequest &request, const CommandContext &context)
     }
     printPaper(*paper, context.output);
     for (const Passage &passage : *passages)
-        printPassage(passage, context.output);
+        printPassage(passage, request.query, context.output);
     if (passages->isEmpty())
         context.output.line(QStringLiteral("No passages match."));
     return ExitStatus::Done;

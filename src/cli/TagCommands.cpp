@@ -39,7 +39,7 @@ ExitStatus printTags(const CommandContext &context)
         return ExitStatus::Done;
     }
     for (const QString &name : visible)
-        context.output.line(printable(name));
+        context.output.line(onOneLine(name));
     if (visible.isEmpty())
         context.output.line(QStringLiteral("No tags."));
     return ExitStatus::Done;

@@ -26,12 +26,14 @@ Error indexerError(PDFIndexerErrorCode code, const QString &description, const Q
     return {QStringLiteral("PDFIndexer"), static_cast<int>(code), description, reason};
 }
 
+Error cannotLoad(const QString &reason)
+{
+    return indexerError(PDFIndexerErrorCode::CannotLoad, QStringLiteral("Failed to load PDF"), reason);
+}
+
 Error cannotLoad(const Error &cause)
 {
-    if (isCancelled(cause))
-        return cause;
-    return indexerError(PDFIndexerErrorCode::CannotLoad, QStringLiteral("Failed to load PDF"),
-                        cause.message());
+    return isCancelled(cause) ? cause : cannotLoad(cause.message());
 }
 
 QString paperIdFor(const QString &path)
@@ -220,6 +222,6 @@ Result<Paper> PDFIndexer::indexFile(const QString &path, std::stop_token stop)
         return cancelledError();
     const Result<InputFile> file = InputFile::open(path);
     if (!file)
-        return cannotLoad(file.error());
+        return cannotLoad(file.error().reason); // whoever reports it names the path
     return Run(m_with, *file, std::move(stop)).index();
 }

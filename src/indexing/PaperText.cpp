@@ -143,8 +143,8 @@ QString PaperText::firstCharacters(qsizetype count) const
 qsizetype skipWords(QByteArrayView text, qsizetype begin, qint64 count)
 {
     for (; count > 0 && begin <= text.size(); --count) {
-        const void *blank = std::memchr(text.data() + begin, ' ', static_cast<size_t>(text.size() - begin));
-        begin = blank ? static_cast<const char *>(blank) - text.data() + 1 : text.size() + 1;
+        const qsizetype blank = text.indexOf(' ', begin);
+        begin = (blank < 0 ? text.size() : blank) + 1;
     }
     return begin;
 }

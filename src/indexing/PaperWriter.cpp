@@ -32,14 +32,31 @@ Result<void> writeTags(Database &database, const Paper &paper)
     return {};
 }
 
-Result<void> writeAll(Database &database, const NewPaper &added)
+/// Whether the library holds the paper already. Changes nothing, but as a write it waits for other programs
+/// and keeps them out until the transaction ends, so that the answer stays true.
+Result<bool> isStored(Database &database, const QString &id)
+{
+    const auto touched = database.execute(QStringLiteral("UPDATE papers SET id = id WHERE id = ?"), {id});
+    if (!touched)
+        return touched.error();
+    const auto rows = database.query(QStringLiteral("SELECT changes() AS n"));
+    if (!rows)
+        return rows.error();
+    return !rows->isEmpty() && rows->first().integer(QLatin1String("n")) != 0;
+}
+
+Result<void> writeAll(Database &database, const NewPaper &added, bool replacesStored)
 {
     const QString &id = added.paper.id;
     if (auto written = writeRow(database, added); !written)
         return written;
-    if (auto cleared = database.execute(QStringLiteral("DELETE FROM fts_papers WHERE paper_id = ?"), {id});
-        !cleared)
-        return cleared;
+    // The ids in the full-text table are not indexed, so this reads all of it: only where there is something
+    // to replace. At 200,000 rows it would cost every new paper more than all the rest of its import.
+    if (replacesStored) {
+        auto cleared = database.execute(QStringLiteral("DELETE FROM fts_papers WHERE paper_id = ?"), {id});
+        if (!cleared)
+            return cleared;
+    }
     if (auto written = database.insertChunks(id, added.chunks); !written)
         return written;
     return writeTags(database, added.paper);
@@ -48,12 +65,20 @@ Result<void> writeAll(Database &database, const NewPaper &added)
 
 Result<std::optional<Paper>> writePaper(Database &database, const NewPaper &paper)
 {
-    if (paper.contentHash) {
-        Result<std::optional<Paper>> known = selectPaperByContentHash(database, *paper.contentHash);
-        if (!known || *known)
-            return known;
-    }
-    if (auto written = inTransaction(database, [&] { return writeAll(database, paper); }); !written)
+    std::optional<Paper> known;
+    auto written = inTransaction(database, [&]() -> Result<void> {
+        const Result<bool> stored = isStored(database, paper.paper.id);
+        if (!stored)
+            return stored.error();
+        if (paper.contentHash) {
+            const auto found = selectPaperByContentHash(database, *paper.contentHash);
+            if (!found)
+                return found.error();
+            known = *found;
+        }
+        return known ? Result<void>() : writeAll(database, paper, *stored);
+    });
+    if (!written)
         return written.error();
-    return std::optional<Paper>();
+    return known;
 }

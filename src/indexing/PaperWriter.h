@@ -21,5 +21,5 @@ struct NewPaper {
 /// under the same id. An operation of the database thread.
 ///
 /// Answers nothing when it was written. When the library has a paper of the same content by now, because
-/// another job was quicker, nothing is written and that paper is the answer.
+/// another job or program was quicker, nothing is written and that paper is the answer.
 Result<std::optional<Paper>> writePaper(Database &database, const NewPaper &paper);

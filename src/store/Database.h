@@ -41,8 +41,8 @@ public:
     /// Runs one statement that returns no rows, its parameters bound by position. Text ends at its first
     /// zero character.
     Result<void> execute(const QString &sql, const SqlValues &parameters = {});
-    /// Runs one statement and collects its rows. A failure before the first row is an error; one in the middle
-    /// of the rows ends them silently.
+    /// Runs one statement and collects its rows. A failure before the first row is an error; one in the
+    /// middle of the rows ends them silently.
     Result<QList<Row>> query(const QString &sql, const SqlValues &parameters = {});
 
     /// Adds full-text rows. Opens no transaction of its own.

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -104,6 +105,26 @@ TEST_F(PDFDiscoveryTest, RefusesANameThatIsNotUtf8InsteadOfChangingIt)
     EXPECT_TRUE(found.paths.isEmpty());
     EXPECT_EQ(found.problems.value(m_folder.path(QStringLiteral("caf\\xe9.pdf"))),
               u"The file name is not valid UTF-8");
+    EXPECT_EQ(unlink(raw.c_str()), 0); // Qt, whose folder this is, cannot name it
+}
+
+TEST_F(PDFDiscoveryTest, SaysWhereAPathIsTooLongToFollow)
+{
+    const std::string name(200, 'd');
+    const int top = open(m_folder.path().toLocal8Bit().constData(), O_PATH | O_CLOEXEC);
+    int folder = top;
+    for (int depth = 0; depth < 30; ++depth) { // 6,000 bytes, beyond what a path may have
+        ASSERT_EQ(mkdirat(folder, name.c_str(), 0700), 0);
+        const int below = openat(folder, name.c_str(), O_PATH | O_CLOEXEC);
+        if (folder != top)
+            close(folder);
+        folder = below;
+    }
+    close(folder);
+    const DiscoveredPDFs found = discover();
+    EXPECT_EQ(found.problems.values(), QStringList{QStringLiteral("File name too long")});
+    fs::remove_all(asPath(m_folder.path()) / name);
+    close(top);
 }
 
 TEST_F(PDFDiscoveryTest, GivesAbsolutePathsWithoutDots)

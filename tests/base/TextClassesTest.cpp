@@ -20,6 +20,13 @@ TEST(TextClasses, TrimsBlanksAndTabsButNotLineBreaks)
     EXPECT_EQ(trimmedHorizontally(QString()), QString());
 }
 
+TEST(TextClasses, TextFromAFileCanNeitherForgeALineNorCommandTheTerminal)
+{
+    EXPECT_EQ(onOneLine(QStringLiteral("a\x1b[2Jb\r\nc\u0085d\u2028e")), u"a [2Jb  c d e");
+    EXPECT_EQ(onOneLine(QStringLiteral("rtl-\u202efdp.exe\u2069.pdf")), u"rtl- fdp.exe .pdf");
+    EXPECT_EQ(onOneLine(QStringLiteral("плоский גרף 🧪")), u"плоский גרף 🧪");
+}
+
 TEST(TextClasses, TakesTheFirstUserPerceivedCharacters)
 {
     EXPECT_EQ(firstCharacters(QStringLiteral("graph"), 3), u"gra");

@@ -5,11 +5,6 @@
 #include <QJsonArray>
 #include <gtest/gtest.h>
 
-TEST(OutputTest, TextFromAFileCannotCommandTheTerminal)
-{
-    EXPECT_EQ(printable(QStringLiteral("a\x1b[2Jb\r\nc\u0085d\u2028e")), u"a [2Jb  c d e");
-}
-
 TEST(OutputTest, AnswersGoToStandardOutputAndFailuresToStandardError)
 {
     const Output output(Output::Form::Text);

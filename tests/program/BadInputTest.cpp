@@ -30,7 +30,7 @@ protected:
         EXPECT_TRUE(imported.err.contains(text)) << "the failure is named on standard error";
         EXPECT_EQ(imported.err.count(u'\n'), 1) << imported.err.toStdString();
     }
-    void expectRefused(const QByteArray &content, const QString &reason)
+    void expectContentRefused(const QByteArray &content, const QString &reason)
     {
         m_papers.write(QStringLiteral("bad.pdf"), content);
         expectRefused(QStringLiteral("bad.pdf"), reason);
@@ -39,17 +39,17 @@ protected:
 
 TEST_F(BadInput, RefusesAnEmptyFile)
 {
-    expectRefused(QByteArray(), QStringLiteral("Failed to load PDF: "));
+    expectContentRefused(QByteArray(), QStringLiteral("Failed to load PDF: "));
 }
 
 TEST_F(BadInput, RefusesAFileThatOnlyStartsLikeAPDF)
 {
-    expectRefused("%PDF-1.7\nnothing else\n", QStringLiteral("damaged"));
+    expectContentRefused("%PDF-1.7\nnothing else\n", QStringLiteral("damaged"));
 }
 
 TEST_F(BadInput, RefusesAPictureNamedPdf)
 {
-    expectRefused("\x89PNG\r\n\x1a\n0000IHDR", QStringLiteral("not a PDF"));
+    expectContentRefused("\x89PNG\r\n\x1a\n0000IHDR", QStringLiteral("not a PDF"));
 }
 
 TEST_F(BadInput, RefusesRandomBytes)
@@ -58,12 +58,12 @@ TEST_F(BadInput, RefusesRandomBytes)
     quint32 state = 1;
     for (char &byte : noise)
         byte = static_cast<char>((state = state * 1664525u + 1013904223u) >> 24);
-    expectRefused(noise, QStringLiteral("not a PDF"));
+    expectContentRefused(noise, QStringLiteral("not a PDF"));
 }
 
 TEST_F(BadInput, RefusesAFileThatNeedsAPassword)
 {
-    expectRefused(
+    expectContentRefused(
         PdfBuilder().title("Locked").lock(PdfLock::NeedsPassword).page({QStringLiteral("secret")}).build(),
         QStringLiteral("password"));
 }
@@ -114,7 +114,7 @@ TEST_F(BadInput, RefusesAFolderByName)
 TEST_F(BadInput, RefusesAFifoByName)
 {
     ASSERT_EQ(mkfifo(local(QStringLiteral("pipe.pdf")).constData(), 0600), 0);
-    expectRefused(QStringLiteral("pipe.pdf"), QStringLiteral("FIFO"));
+    expectRefused(QStringLiteral("pipe.pdf"), QStringLiteral("named pipe"));
 }
 
 TEST_F(BadInput, RefusesASocketByName)
@@ -181,6 +181,7 @@ TEST_F(BadInput, RefusesANameThatIsNotUtf8)
     EXPECT_EQ(imported.json()[QLatin1String("errors")].toObject().keys(),
               QStringList{m_papers.path(QStringLiteral("caf\\xe9.pdf"))});
     EXPECT_EQ(imported.json()[QLatin1String("indexed")].toArray().size(), 1);
+    EXPECT_EQ(unlink(raw.c_str()), 0); // Qt, whose folder this is, cannot name it
 }
 
 TEST_F(BadInput, CleansAndCutsHugeAttributes)
