@@ -4,6 +4,7 @@
 #include "engine/Handles.h"
 #include "engine/LogicalOrder.h"
 #include "engine/PageFailure.h"
+#include "engine/TextClusters.h"
 #include "pdf/protocol/Limits.h"
 #include "pdf/protocol/Utf8.h"
 
@@ -35,31 +36,33 @@ bool isOutside(const fz_stext_char *c, fz_rect box)
     return bounds.x1 < box.x0 || bounds.x0 > box.x1 || bounds.y1 < box.y0 || bounds.y0 > box.y1;
 }
 
-/// Takes the characters that nobody sees out of a line. MuPDF can leave them out by itself, but asks for the
-/// outline of every character to do so.
-void removeOutside(fz_stext_line *line, fz_rect box)
+/// Hides the characters that nobody sees, and makes control characters blanks. They stay in the line, which
+/// holds their fonts. MuPDF can leave out what is off the page by itself, but asks for the outline of every
+/// character to do so.
+void clean(fz_stext_line *line, fz_rect box)
 {
-    if (fz_contains_rect(box, line->bbox))
-        return;
-    for (fz_stext_char **link = &line->first_char; *link;) {
-        if (isOutside(*link, box))
-            *link = (*link)->next;
-        else
-            link = &(*link)->next;
+    const bool isInside = fz_contains_rect(box, line->bbox);
+    for (fz_stext_char *c = line->first_char; c; c = c->next) {
+        if (!isInside && isOutside(c, box))
+            c->c = kHiddenCharacter;
+        else if (c->c < ' ' && c->c != kHiddenCharacter)
+            c->c = ' ';
     }
 }
 
 void appendLine(std::string &text, const fz_stext_line *line)
 {
-    if (!line->first_char)
-        return;
+    const std::size_t start = text.size();
     if (hasRightToLeft(line)) {
         text += inLogicalOrder(line);
     } else {
-        for (const fz_stext_char *c = line->first_char; c; c = c->next)
-            appendUtf8(text, static_cast<char32_t>(c->c));
+        for (const fz_stext_char *c = line->first_char; c; c = c->next) {
+            if (c->c != kHiddenCharacter)
+                appendUtf8(text, static_cast<char32_t>(c->c));
+        }
     }
-    text += '\n';
+    if (text.size() > start)
+        text += '\n';
 }
 
 /// Cuts a text that is too long where a line ends.
@@ -77,7 +80,7 @@ std::string textOfLines(const fz_stext_page *page)
             continue;
         for (fz_stext_line *line = block->u.t.first_line; line && text.size() <= kMaxPageTextBytes;
              line = line->next) {
-            removeOutside(line, page->mediabox);
+            clean(line, page->mediabox);
             appendLine(text, line);
         }
     }

@@ -76,7 +76,8 @@ public:
         m_end = extent.end;
         for (int count = furtherLetters(c, m_line); count > 0; --count) {
             c = c->next;
-            m_clusters.back().rest.push_back(characterOf(c));
+            if (c->c != kHiddenCharacter)
+                m_clusters.back().rest.push_back(characterOf(c));
         }
         return c;
     }
@@ -116,8 +117,10 @@ bool isRightToLeft(char32_t c)
 std::vector<TextCluster> clustersOf(const fz_stext_line *line)
 {
     ClusterBuilder builder(line);
-    for (const fz_stext_char *c = line->first_char; c; c = c->next)
-        c = builder.add(c);
+    for (const fz_stext_char *c = line->first_char; c; c = c->next) {
+        if (c->c != kHiddenCharacter)
+            c = builder.add(c);
+    }
     return builder.take();
 }
 
@@ -140,7 +143,8 @@ std::u32string charactersDrawnRightToLeft(const fz_stext_line *line)
 {
     std::u32string characters;
     for (const fz_stext_char *c = line->first_char; c; c = c->next) {
-        characters.push_back(characterOf(c));
+        if (c->c != kHiddenCharacter)
+            characters.push_back(characterOf(c));
         if (c->next && Extent(c, line).start - Extent(c->next, line).end > kWordGap * c->size &&
             c->c != ' ' && c->next->c != ' ' && isRightToLeft(characterOf(c->next)))
             characters.push_back(' ');

@@ -11,6 +11,9 @@ struct TextCluster {
     std::u32string rest;
 };
 
+/// Stands in a line for a character that is not to be seen.
+inline constexpr int kHiddenCharacter = 0;
+
 /// Whether a character is of a script that is written from right to left.
 bool isRightToLeft(char32_t character);
 

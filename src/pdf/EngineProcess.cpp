@@ -149,7 +149,7 @@ QString EngineProcess::end()
         return {};
     const pid_t process = std::exchange(m_process, 0);
     m_socket.reset();
-    kill(process, SIGKILL);
+    kill(-process, SIGKILL); // the whole group, which for the real engine is itself
     int status = 0;
     pid_t reaped;
     do

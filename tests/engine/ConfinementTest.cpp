@@ -7,10 +7,10 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
-#include <functional>
 #include <gtest/gtest.h>
 #include <linux/sched.h>
 #include <netinet/in.h>
+#include <pthread.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/ptrace.h>
@@ -19,7 +19,6 @@
 #include <sys/syscall.h>
 #include <sys/uio.h>
 #include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
 
 namespace
@@ -178,8 +177,20 @@ struct Findings {
     bool isPlainWorkPossible = false;
     std::array<long, kAttempts.size()> answers = {};
     std::array<int, kAttempts.size()> errors = {};
+    std::atomic<int> isThreadRunning = 0;
+    std::atomic<int> mayThreadTry = 0;
     long threadAnswer = 0;
 };
+
+void *openWhenConfined(void *shared)
+{
+    auto *found = static_cast<Findings *>(shared);
+    found->isThreadRunning = 1;
+    found->isThreadRunning.notify_one();
+    found->mayThreadTry.wait(0);
+    found->threadAnswer = open("/etc/passwd", O_RDONLY);
+    return nullptr;
+}
 
 void attack(Findings &findings)
 {
@@ -282,19 +293,14 @@ TEST(Confinement, HoldsForThreadsThatWereThereBefore)
 {
     ConfinedProcess process;
     const Findings &findings = process.run([](Findings &found) {
-        std::atomic<bool> isRunning = false;
-        std::atomic<bool> isConfined = false;
-        std::thread other([&] {
-            isRunning = true;
-            isRunning.notify_one();
-            isConfined.wait(false);
-            found.threadAnswer = open("/etc/passwd", O_RDONLY);
-        });
-        isRunning.wait(false); // a thread that is still being made cannot finish that under confinement
+        pthread_t thread;
+        pthread_create(&thread, nullptr, openWhenConfined, &found);
+        // A thread that is still being made cannot finish that under confinement.
+        found.isThreadRunning.wait(0);
         found.isConfined = !confine().has_value();
-        isConfined = true;
-        isConfined.notify_one();
-        other.join();
+        found.mayThreadTry = 1;
+        found.mayThreadTry.notify_one();
+        pthread_join(thread, nullptr);
     });
     EXPECT_TRUE(findings.isConfined);
     EXPECT_EQ(findings.threadAnswer, -1);

@@ -47,14 +47,28 @@ TEST(PageText, LeavesOutWhatLiesOutsideThePage)
     EXPECT_EQ(textOf(page), "Inside\n");
 }
 
+TEST(PageText, LeavesOutTheHiddenEndOfALine)
+{
+    const PdfPage page = {.mediaBox = PdfBox{0, 0, 600, 800},
+                          .cropBox = PdfBox{0, 0, 100, 800},
+                          .drawing = "BT /F1 12 Tf 10 700 Td (seen                        unseen) Tj ET"};
+    EXPECT_EQ(QByteArray::fromStdString(textOf(page)).trimmed(), QByteArray("seen"));
+}
+
+TEST(PageText, HasNoControlCharacters)
+{
+    const PdfPage page = {.lines = {QStringLiteral("a\u0001b\u0002c")}};
+    EXPECT_EQ(textOf(page), "a b c\n");
+}
+
 TEST(PageText, IsCutAtTheLimitWhereALineEnds)
 {
-    // One form that shows a long line, drawn again and again.
-    QByteArray drawing = "BT /F1 1 Tf 1 0 0 1 72 72 Tm ";
-    const QByteArray line = "(" + QByteArray(1000, 'x') + ") Tj 0 1 Td ";
-    for (int i = 0; i < 5000; ++i)
-        drawing += line;
-    const PdfPage page = {.mediaBox = PdfBox{0, 0, 5000, 6000}, .drawing = drawing + "ET"};
+    // Each line is a text object of its own: MuPDF gathers one as a whole, slowly when it is this large.
+    QByteArray drawing;
+    const QByteArray show = " Td (" + QByteArray(1000, 'x') + ") Tj ET\n";
+    for (int i = 0; i < 4400; ++i)
+        drawing += "BT /F1 1 Tf 72 " + QByteArray::number(5000 - i) + show;
+    const PdfPage page = {.mediaBox = PdfBox{0, 0, 5000, 6000}, .drawing = drawing};
     const std::string text = textOf(page);
     EXPECT_LE(text.size(), kMaxPageTextBytes);
     EXPECT_GT(text.size(), kMaxPageTextBytes - 1100);
