@@ -204,10 +204,15 @@ TEST_F(BadInput, CleansAndCutsHugeAttributes)
 TEST_F(BadInput, SaysThatThereIsNoSpaceLeftAndKeepsTheLibraryWhole)
 {
     ASSERT_EQ(importAll().status, 0);
-    QStringList lines;
-    for (int i = 0; i < 3000; ++i)
-        lines.append(QStringLiteral("words %1 that fill the index %2").arg(i * 7919).arg(i * 104729));
-    m_papers.write(QStringLiteral("big.pdf"), PdfBuilder().title("Big").page(lines).build());
+    PdfBuilder big;
+    big.title("Big");
+    for (int page = 0; page < 100; ++page) {
+        QStringList lines;
+        for (int line = 0; line < 40; ++line)
+            lines.append(QStringLiteral("words %1 that fill the index %2").arg(page * 7919).arg(line * 104729));
+        big.page(lines);
+    }
+    m_papers.write(QStringLiteral("big.pdf"), big.build());
     m_program.setChildSetup([] {
         // The library and its log may not grow past 96 KiB: what a full disk looks like to a program.
         const rlimit small{.rlim_cur = 96 * 1024, .rlim_max = 96 * 1024};
