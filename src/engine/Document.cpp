@@ -81,6 +81,7 @@ Document::Document(ContextHandle context, int descriptor)
     : m_context(std::move(context))
     , m_descriptor(descriptor)
     , m_document(nullptr, {m_context.get()})
+    , m_ligatures(m_context.get())
 {
 }
 
@@ -151,7 +152,7 @@ Reply Document::pageText(const PageTextRequest &request)
 {
     FailedReply failure;
     const PageHandle page = load(request.page, failure);
-    return page ? textOf(m_context.get(), page.get()) : Reply(failure);
+    return page ? textOf(m_context.get(), page.get(), m_ligatures) : Reply(failure);
 }
 
 Reply Document::thumbnail(const ThumbnailRequest &request)

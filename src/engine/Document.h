@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/Handles.h"
+#include "engine/NamedLigatures.h"
 #include "pdf/protocol/Messages.h"
 
 #include <memory>
@@ -28,4 +29,5 @@ private:
     ContextHandle m_context; // outlives what was made with it
     int m_descriptor;
     DocumentHandle m_document;
+    NamedLigatures m_ligatures;
 };

@@ -3,6 +3,7 @@
 #include "engine/Guarded.h"
 #include "engine/Handles.h"
 #include "engine/LogicalOrder.h"
+#include "engine/NamedLigatures.h"
 #include "engine/PageFailure.h"
 #include "engine/TextClusters.h"
 #include "pdf/protocol/Limits.h"
@@ -12,16 +13,21 @@ namespace
 {
 /// The text page of `page`; nothing, with the reason in `failure`, when it cannot be had. What a page says
 /// before the engine stumbles over it is kept.
-TextPageHandle extracted(fz_context *context, pdf_page *page, std::optional<CallFailure> &failure)
+TextPageHandle extracted(fz_context *context, pdf_page *page, NamedLigatures &ligatures,
+                         std::optional<CallFailure> &failure)
 {
     fz_stext_page *textPage = nullptr;
     fz_device *device = nullptr;
+    fz_device *spelling = nullptr;
     failure = guarded(context, [&] {
         const fz_stext_options options = {0, 1}; // ligatures spelled out, hyphens kept, pictures ignored
         textPage = fz_new_stext_page(context, pdf_bound_page(context, page));
         device = fz_new_stext_device(context, textPage, &options);
-        pdf_run_page(context, page, device, fz_identity, nullptr);
+        spelling = ligatures.newDevice(device);
+        pdf_run_page(context, page, spelling, fz_identity, nullptr);
+        fz_close_device(context, spelling);
     });
+    DeviceHandle(spelling, {context}).reset();
     if (device)
         (void)guarded(context, [&] { fz_close_device(context, device); });
     DeviceHandle(device, {context}).reset();
@@ -89,10 +95,10 @@ std::string textOfLines(const fz_stext_page *page)
 }
 } // namespace
 
-Reply textOf(fz_context *context, pdf_page *page)
+Reply textOf(fz_context *context, pdf_page *page, NamedLigatures &ligatures)
 {
     std::optional<CallFailure> failure;
-    const TextPageHandle textPage = extracted(context, page, failure);
+    const TextPageHandle textPage = extracted(context, page, ligatures, failure);
     if (failure)
         return pageFailure(*failure);
     return TextReply{textOfLines(textPage.get())};

@@ -209,7 +209,8 @@ TEST_F(BadInput, SaysThatThereIsNoSpaceLeftAndKeepsTheLibraryWhole)
     for (int page = 0; page < 100; ++page) {
         QStringList lines;
         for (int line = 0; line < 40; ++line)
-            lines.append(QStringLiteral("words %1 that fill the index %2").arg(page * 7919).arg(line * 104729));
+            lines.append(
+                QStringLiteral("words %1 that fill the index %2").arg(page * 7919).arg(line * 104729));
         big.page(lines);
     }
     m_papers.write(QStringLiteral("big.pdf"), big.build());

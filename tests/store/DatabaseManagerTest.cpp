@@ -18,11 +18,13 @@ public:
     explicit Gate(DatabaseManager &db)
     {
         std::promise<void> entered;
-        m_passed = db.perform(Urgency::Background, [this, &entered](Database &) {
-            entered.set_value();
-            m_opened.get_future().wait();
-            return Result<void>();
-        });
+        // Its own share of what is waited for: the gate may be gone when the wait begins.
+        m_passed =
+            db.perform(Urgency::Background, [&entered, opened = m_opened.get_future().share()](Database &) {
+                entered.set_value();
+                opened.wait();
+                return Result<void>();
+            });
         entered.get_future().wait();
     }
     void open() { m_opened.set_value(); }
