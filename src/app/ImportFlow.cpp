@@ -116,6 +116,8 @@ ImportFlow::ImportFlow(IndexFile indexFile, Preferences &preferences, const Cloc
 
 ImportOutcome ImportFlow::run(const QStringList &paths, std::stop_token stop, const OnProgress &onProgress)
 {
+    if (paths.isEmpty())
+        return {};
     m_preferences.setText(QLatin1String(kLastImportDateKey), toStoredTime(m_clock.now()));
     const auto start = m_clock.elapsed();
 

@@ -46,7 +46,8 @@ public:
     ImportFlow(IndexFile indexFile, Preferences &preferences, const Clock &clock);
 
     /// Blocks until every file is done, or, once `stop` fires, until the running jobs have ended. Notes the
-    /// start as the date of the last import; logs each failure; calls `onProgress` on the calling thread.
+    /// start as the date of the last import, unless there is nothing to import; logs each failure; calls
+    /// `onProgress` on the calling thread.
     ImportOutcome run(const QStringList &paths, std::stop_token stop, const OnProgress &onProgress);
 
 private:

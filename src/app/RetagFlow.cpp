@@ -1,7 +1,9 @@
 #include "app/RetagFlow.h"
 
+#include "app/TagMerge.h"
 #include "store/DatabaseManager.h"
 #include "store/NativeLibraryService.h"
+#include "store/PaperQueries.h"
 #include "store/SystemSearchPublisher.h"
 
 #include <QSet>
@@ -12,6 +14,33 @@ namespace
 bool sameSet(const QStringList &left, const QStringList &right)
 {
     return QSet<QString>(left.begin(), left.end()) == QSet<QString>(right.begin(), right.end());
+}
+
+/// Gives the paper the tags that were computed from `base`, together with what others did to them meanwhile.
+/// Answers the paper as it is then; nothing when it is gone or has these tags already.
+Result<std::optional<Paper>> replaceTagsOf(Database &database, const Paper &base, const QStringList &computed)
+{
+    std::optional<Paper> changed;
+    const Result<void> done = inTransaction(database, [&]() -> Result<void> {
+        // A write that changes nothing keeps other programs out from here on.
+        auto locked = database.execute(QStringLiteral("UPDATE papers SET id = id WHERE id = ?"), {base.id});
+        if (!locked)
+            return locked;
+        Result<std::optional<Paper>> current = selectPaperById(database, base.id);
+        if (!current)
+            return current.error();
+        if (!*current)
+            return {};
+        const QStringList tags = mergedTags(base.tags, computed, (*current)->tags);
+        if (sameSet(tags, (*current)->tags))
+            return {};
+        changed = **current;
+        changed->tags = tags;
+        return database.replaceTags(base.id, tags);
+    });
+    if (!done)
+        return done.error();
+    return changed;
 }
 
 } // namespace
@@ -54,23 +83,28 @@ Result<RetagCount> RetagFlow::run(std::stop_token stop,
 }
 
 /// Answers whether the paper's tags changed.
-Result<bool> RetagFlow::retagOne(Paper paper, const std::stop_token &stop)
+Result<bool> RetagFlow::retagOne(const Paper &listed, const std::stop_token &stop)
 {
-    const QStringList tags = m_with.retagPaper(paper, stop);
+    // The list may be hours old: what the tags are now decides what stays.
+    const Result<std::optional<Paper>> paper = m_with.library.paperById(listed.id).result();
+    if (!paper)
+        return paper.error();
+    if (!*paper)
+        return false; // removed meanwhile
+    const QStringList tags = m_with.retagPaper(**paper, stop);
     if (stop.stop_requested())
         return cancelledError();
-    if (sameSet(tags, paper.tags))
+    if (sameSet(tags, (*paper)->tags))
         return false;
-    const auto replaced =
+    const Result<std::optional<Paper>> retagged =
         m_with.db
             .perform(Urgency::Background,
-                     [&](Database &database) {
-                         return inTransaction(database, [&] { return database.replaceTags(paper.id, tags); });
-                     })
+                     [&](Database &database) { return replaceTagsOf(database, **paper, tags); })
             .result();
-    if (!replaced)
-        return replaced.error();
-    paper.tags = tags;
-    m_with.publisher.publish(paper);
+    if (!retagged)
+        return retagged.error();
+    if (!*retagged)
+        return false;
+    m_with.publisher.publish(**retagged);
     return true;
 }

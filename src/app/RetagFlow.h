@@ -34,13 +34,14 @@ public:
     };
     explicit RetagFlow(Collaborators collaborators);
 
-    /// Blocks. Writes only what differs, each paper in a transaction of its own; at the end removes the tag
+    /// Blocks. Writes only what differs, each paper in a transaction of its own, and keeps
+    /// what others do to a paper's tags meanwhile; at the end removes the tag
     /// definitions that no paper uses. The first failure ends it; what was written before stays. Fails with
     /// `cancelledError` between two papers once `stop` fires. `onProgress` runs on the calling thread.
     Result<RetagCount> run(std::stop_token stop, const std::function<void(const RetagCount &)> &onProgress);
 
 private:
-    Result<bool> retagOne(Paper paper, const std::stop_token &stop);
+    Result<bool> retagOne(const Paper &listed, const std::stop_token &stop);
 
     Collaborators m_with;
 };

@@ -1,9 +1,12 @@
 // The grammar of the command line, in one place: each subcommand's arguments, and the function it runs.
 #include "cli/Arguments.h"
 
+#include "base/DecimalInteger.h"
 #include "cli/Commands.h"
 
 #include <CLI/CLI.hpp>
+#include <QJsonObject>
+#include <algorithm>
 #include <memory>
 
 namespace
@@ -11,9 +14,32 @@ namespace
 
 using Run = std::function<ExitStatus(const CommandContext &)>;
 
+// CLI11 would take "[a,b]" for two values wherever several are allowed. No argument here means that, and a
+// file may be called so: arguments with a bracket in front are led past it behind a character of no meaning.
+constexpr char kShield = '\x1f';
+
+std::string shielded(const std::string &argument)
+{
+    return argument.starts_with('[') ? kShield + argument : argument;
+}
+
+std::string unshielded(const std::string &argument)
+{
+    return argument.starts_with(kShield) ? argument.substr(1) : argument;
+}
+
 QString toText(const std::string &argument)
 {
-    return QString::fromStdString(argument);
+    return QString::fromStdString(unshielded(argument));
+}
+
+/// The words of a query that was typed without quotes around the whole.
+QString toText(const std::vector<std::string> &words)
+{
+    QStringList texts;
+    for (const std::string &word : words)
+        texts.append(toText(word));
+    return texts.join(u' ');
 }
 
 std::optional<QString> toText(const std::optional<std::string> &argument)
@@ -41,16 +67,29 @@ public:
 
     std::variant<Invocation, ExitStatus> parse(int argc, const char *const *argv)
     {
+        std::vector<std::string> arguments;
+        for (int i = argc - 1; i > 0; --i) // CLI11 takes them from the back
+            arguments.push_back(shielded(argv[i]));
+        const bool isJson = std::find(arguments.begin(), arguments.end(), "--json") != arguments.end();
         try {
-            m_app.parse(argc, argv);
+            m_app.parse(std::move(arguments));
         } catch (const CLI::ParseError &end) {
             // Help and version come this way too, with the status of success.
-            return m_app.exit(end) == 0 ? ExitStatus::Done : ExitStatus::WrongUsage;
+            if (m_app.exit(end) == 0)
+                return ExitStatus::Done;
+            if (isJson)
+                printError(end.what());
+            return ExitStatus::WrongUsage;
         }
         return std::move(m_invocation);
     }
 
 private:
+    static void printError(const std::string &text)
+    {
+        Output(Output::Form::Json).json(QJsonDocument(QJsonObject{{QStringLiteral("error"), toText(text)}}));
+    }
+
     CLI::App *declare(const std::string &name, const std::string &summary, CLI::App *parent = nullptr)
     {
         CLI::App *command = (parent ? parent : &m_app)->add_subcommand(name, summary);
@@ -82,7 +121,10 @@ private:
         command->callback([this, paths] {
             m_invocation.endsCleanly = true;
             m_invocation.run = [paths](const CommandContext &context) {
-                return runImport({.paths = {paths->begin(), paths->end()}}, context);
+                ImportRequest request;
+                for (const std::string &path : *paths)
+                    request.paths.emplace_back(unshielded(path));
+                return runImport(request, context);
             };
         });
     }
@@ -96,7 +138,7 @@ private:
         command->add_option("QUERY", *words, "What to look for, as in the search field")->required();
         command->add_flag("--explain", *explain, "Show how the query is understood; search nothing");
         command->callback([this, words, explain] {
-            const QString query = toText(CLI::detail::join(*words, " "));
+            const QString query = toText(*words);
             if (*explain)
                 m_invocation.runAlone = [query](const Output &output) {
                     return runExplain(query, output);
@@ -116,8 +158,7 @@ private:
         declarePaperId(command, *id);
         command->add_option("QUERY", *words, "What to look for")->required();
         onRun(command, [id, words](const CommandContext &context) {
-            return runFind({.paperId = toText(*id), .query = toText(CLI::detail::join(*words, " "))},
-                           context);
+            return runFind({.paperId = toText(*id), .query = toText(*words)}, context);
         });
     }
 
@@ -196,15 +237,19 @@ private:
         auto id = std::make_shared<std::string>();
         auto title = std::make_shared<std::optional<std::string>>();
         auto authors = std::make_shared<std::optional<std::string>>();
-        auto year = std::make_shared<std::optional<std::int64_t>>();
+        auto year = std::make_shared<std::optional<std::string>>();
         declarePaperId(command, *id);
         command->add_option("--title", *title, "The new title");
         command->add_option("--authors", *authors, "The new authors; may be empty");
-        command->add_option("--year", *year, "The new year");
+        command->add_option("--year", *year, "The new year")->check([](const std::string &typed) {
+            return decimalInteger(toText(typed)) ? std::string() : "not a whole number: " + typed;
+        });
         onRun(command, [id, title, authors, year](const CommandContext &context) {
-            return runEdit(
-                {.paperId = toText(*id), .title = toText(*title), .authors = toText(*authors), .year = *year},
-                context);
+            return runEdit({.paperId = toText(*id),
+                            .title = toText(*title),
+                            .authors = toText(*authors),
+                            .year = *year ? decimalInteger(toText(**year)) : std::nullopt},
+                           context);
         });
     }
 

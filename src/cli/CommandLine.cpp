@@ -12,9 +12,8 @@
 namespace
 {
 
-ExitStatus run(const Invocation &invocation)
+ExitStatus run(const Invocation &invocation, const Output &output)
 {
-    const Output output(invocation.form);
     if (invocation.runAlone)
         return invocation.runAlone(output);
     // Before the services start their threads, which inherit the blocked signals.
@@ -37,5 +36,8 @@ int runCommandLine(int argc, const char *const *argv)
     const auto parsed = parseArguments(argc, argv);
     if (const auto *status = std::get_if<ExitStatus>(&parsed))
         return static_cast<int>(*status);
-    return static_cast<int>(run(std::get<Invocation>(parsed)));
+    const auto &invocation = std::get<Invocation>(parsed);
+    const Output output(invocation.form);
+    const ExitStatus status = run(invocation, output);
+    return static_cast<int>(status == ExitStatus::Done && !output.isComplete() ? ExitStatus::Failed : status);
 }

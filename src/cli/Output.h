@@ -18,6 +18,9 @@ public:
     void line(const QString &text) const;
     /// The whole answer as one JSON document.
     void json(const QJsonDocument &document) const;
+    /// Whether all of the answer could be written so far; when not, that was said as a failure.
+    bool isComplete() const { return m_isComplete; }
+
     /// One line about a failure, made safe by `onOneLine`.
     void failure(const QString &text) const;
     /// Replaces the progress line on a terminal; nothing elsewhere. An empty text removes it.
@@ -29,7 +32,10 @@ public:
     QString dimmed(const QString &text) const;
 
 private:
+    void answer(const QByteArray &bytes) const;
+
     Form m_form;
     bool m_answersToTerminal;
     bool m_reportsToTerminal;
+    mutable bool m_isComplete = true;
 };

@@ -3,6 +3,7 @@
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "cli/PaperLookup.h"
+#include "cli/PaperPrinting.h"
 #include "cli/RecordLists.h"
 #include "platform/Preferences.h"
 #include "search/PaperFilter.h"

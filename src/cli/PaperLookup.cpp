@@ -28,8 +28,7 @@ Result<Paper> findPaper(const QString &idOrPrefix, const CommandContext &context
     if (idOrPrefix.size() < kShortestIdPrefix) {
         return lookupError(
             QStringLiteral("'%1' is too short to name a paper: give at least %2 characters of its id")
-                .arg(idOrPrefix)
-                .arg(kShortestIdPrefix));
+                .arg(idOrPrefix, QString::number(kShortestIdPrefix)));
     }
     NativeLibraryService &library = context.services.library();
     const Result<QStringList> ids = library.paperIdsWithPrefix(idOrPrefix.toLower()).result();

@@ -3,7 +3,7 @@
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "cli/PaperLookup.h"
-#include "cli/PaperText.h"
+#include "cli/PaperPrinting.h"
 #include "cli/RecordLists.h"
 #include "search/FTSQueryBuilder.h"
 #include "search/NativeSearchService.h"

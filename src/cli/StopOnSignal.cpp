@@ -26,15 +26,19 @@ sigset_t endingSignals()
 StopOnSignal::StopOnSignal()
 {
     const sigset_t set = endingSignals();
-    pthread_sigmask(SIG_BLOCK, &set, nullptr);
     m_signals = signalfd(-1, &set, SFD_CLOEXEC);
     m_end = eventfd(0, EFD_CLOEXEC);
+    if (m_signals < 0 || m_end < 0)
+        return; // without a watcher Ctrl-C must go on ending the program
+    pthread_sigmask(SIG_BLOCK, &set, nullptr);
     m_watcher = std::thread([this] { watch(); });
 }
 
 StopOnSignal::~StopOnSignal()
 {
     const std::uint64_t one = 1;
+    if (!m_watcher.joinable())
+        return;
     if (write(m_end, &one, sizeof one) == sizeof one)
         m_watcher.join();
     else

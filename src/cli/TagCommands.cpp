@@ -4,11 +4,12 @@
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "cli/PaperLookup.h"
-#include "cli/RecordLists.h"
+#include "cli/PaperPrinting.h"
 #include "store/DatabaseManager.h"
 #include "store/NativeLibraryService.h"
 #include "store/ReservedTags.h"
 
+#include <QJsonArray>
 #include <QJsonObject>
 
 namespace

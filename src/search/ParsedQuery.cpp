@@ -1,5 +1,6 @@
 #include "search/ParsedQuery.h"
 
+#include "base/DecimalInteger.h"
 #include "base/TextClasses.h"
 
 #include <QStringList>
@@ -37,20 +38,6 @@ QStringList tokensOf(const QString &text)
     return tokens;
 }
 
-/// An optional sign, then decimal digits only; none when it is anything else or does not fit.
-std::optional<qint64> integerIn(const QString &text)
-{
-    const qsizetype signs = text.startsWith(u'+') || text.startsWith(u'-') ? 1 : 0;
-    const auto isDigit = [](QChar c) {
-        return c >= u'0' && c <= u'9';
-    };
-    if (!std::all_of(text.begin() + signs, text.end(), isDigit))
-        return std::nullopt;
-    bool isInteger = false;
-    const qint64 number = text.toLongLong(&isInteger);
-    return isInteger ? std::optional(number) : std::nullopt;
-}
-
 /// Sets the field that `key` names; answers false when there is none of that name.
 bool setField(ParsedQuery &query, const QString &key, const QString &value)
 {
@@ -61,7 +48,7 @@ bool setField(ParsedQuery &query, const QString &key, const QString &value)
     else if (key == u"filename" || key == u"file")
         query.filename = value;
     else if (key == u"year")
-        query.year = integerIn(value);
+        query.year = decimalInteger(value);
     else
         return false;
     return true;

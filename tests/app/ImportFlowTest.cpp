@@ -167,6 +167,7 @@ TEST_F(ImportFlowTest, OfNothingEndsAtOnce)
     const ImportOutcome outcome = run({}, [](const QString &path, auto) { return paperFor(path); });
     EXPECT_TRUE(outcome.response.indexed.isEmpty());
     EXPECT_TRUE(m_progress.isEmpty());
+    EXPECT_EQ(m_preferences.text(QLatin1String(kLastImportDateKey)), std::nullopt) << "the last import stays";
 }
 
 TEST(NewPaths, LeavesOutWhatTheLibraryHasAndWhatWasNamedTwice)

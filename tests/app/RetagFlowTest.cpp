@@ -1,5 +1,6 @@
 #include "app/RetagFlow.h"
 
+#include "app/TagMerge.h"
 #include "store/DatabaseManager.h"
 #include "store/NativeLibraryService.h"
 #include "store/SystemSearchPublisher.h"
@@ -37,7 +38,8 @@ protected:
         RetagFlow flow({.db = m_db,
                         .library = m_library,
                         .publisher = m_publisher,
-                        .retagPaper = [newTags](const Paper &paper, auto) {
+                        .retagPaper = [this, newTags](const Paper &paper, auto) {
+                            m_meanwhile();
                             return newTags.value(paper.id);
                         }});
         return flow.run(stop, [this](const RetagCount &count) { m_progress.append(count.done); });
@@ -55,6 +57,8 @@ protected:
     DatabaseManager m_db{m_folder.path(QStringLiteral("library.db"))};
     NativeLibraryService m_library{m_db, m_publisher};
     QList<int> m_progress;
+    std::function<void()> m_meanwhile = [] {
+    }; ///< what others do while a paper's tags are computed
 };
 
 TEST_F(RetagFlowTest, ReplacesTheTagsThatDifferAndPublishesThosePapers)
@@ -102,6 +106,39 @@ TEST_F(RetagFlowTest, EndsAtTheFirstFailureAndKeepsThatPapersTags)
     ASSERT_FALSE(count);
     EXPECT_EQ(count.error().description, u"not this one");
     EXPECT_EQ(tagsOf(QStringLiteral("a")), QStringList{QStringLiteral("old")});
+}
+
+TEST_F(RetagFlowTest, KeepsWhatOthersDoToTheTagsMeanwhile)
+{
+    addPaper(QStringLiteral("a"), {QStringLiteral("mine"), QStringLiteral("gone soon")});
+    m_meanwhile = [this] {
+        ASSERT_TRUE(m_library.addTag(QStringLiteral("a"), QStringLiteral("new")).result());
+        ASSERT_TRUE(m_library.removeTag(QStringLiteral("a"), QStringLiteral("gone soon")).result());
+    };
+    const QStringList computed{QStringLiteral("mine"), QStringLiteral("gone soon"),
+                               QStringLiteral("Topology")};
+    ASSERT_TRUE(retag({{QStringLiteral("a"), computed}}));
+    EXPECT_EQ(tagsOf(QStringLiteral("a")),
+              (QStringList{QStringLiteral("Topology"), QStringLiteral("mine"), QStringLiteral("new")}));
+}
+
+TEST_F(RetagFlowTest, LeavesOutAPaperThatIsRemovedMeanwhile)
+{
+    addPaper(QStringLiteral("a"), {QStringLiteral("old")});
+    m_meanwhile = [this] {
+        ASSERT_TRUE(m_library.deletePaper(QStringLiteral("a")).result());
+    };
+    const auto count = retag({{QStringLiteral("a"), {QStringLiteral("new")}}});
+    ASSERT_TRUE(count);
+    EXPECT_EQ(count->changed, 0);
+}
+
+TEST(TagMerge, DropsUntaggedWhereAVisibleTagWasGivenMeanwhile)
+{
+    const QStringList untagged{QStringLiteral("Untagged")};
+    EXPECT_EQ(mergedTags({}, untagged, {QStringLiteral("mine")}), QStringList{QStringLiteral("mine")});
+    EXPECT_EQ(mergedTags({}, untagged, {QStringLiteral("_currently_reading")}),
+              (QStringList{QStringLiteral("Untagged"), QStringLiteral("_currently_reading")}));
 }
 
 TEST_F(RetagFlowTest, StopsBetweenTwoPapers)

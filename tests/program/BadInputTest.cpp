@@ -30,6 +30,16 @@ protected:
         EXPECT_TRUE(imported.err.contains(text)) << "the failure is named on standard error";
         EXPECT_EQ(imported.err.count(u'\n'), 1) << imported.err.toStdString();
     }
+    /// Imports the folder of `files`: whatever becomes of the odd one, it ends, and the good paper is found.
+    void expectOneOutcomeEach(qsizetype files)
+    {
+        const ProgramRun imported = importAll();
+        EXPECT_TRUE(imported.status == 0 || imported.status == 1) << imported.status;
+        EXPECT_EQ(imported.json()[QLatin1String("indexed")].toArray().size() +
+                      imported.json()[QLatin1String("errors")].toObject().size(),
+                  files);
+        EXPECT_TRUE(idsByTitle().contains(QStringLiteral("Good")));
+    }
     void expectContentRefused(const QByteArray &content, const QString &reason)
     {
         m_papers.write(QStringLiteral("bad.pdf"), content);
@@ -103,6 +113,61 @@ TEST_F(BadInput, IsNotFooledByAClaimedPageCount)
                   .array()
                   .size(),
               1);
+}
+
+TEST_F(BadInput, SurvivesAPageTreeThatGoesInCircles)
+{
+    const QByteArray loop =
+        "%PDF-1.4\n1 0 obj\n<</Type/Catalog/Pages 2 0 R>>\nendobj\n"
+        "2 0 obj\n<</Type/Pages/Count 1/Kids[2 0 R]>>\nendobj\ntrailer<</Root 1 0 R>>\n%%EOF\n";
+    m_papers.write(QStringLiteral("loop.pdf"), loop);
+    expectOneOutcomeEach(2);
+}
+
+TEST_F(BadInput, SurvivesAPageOfAMillionPoints)
+{
+    m_papers.write(QStringLiteral("wide.pdf"), PdfBuilder()
+                                                   .title("Wide")
+                                                   .page(PdfPage{.lines = {QStringLiteral("far away")},
+                                                                 .mediaBox = PdfBox{0, 0, 1e6, 1e6}})
+                                                   .build());
+    EXPECT_EQ(importAll().status, 0);
+    EXPECT_EQ(m_program.run({QStringLiteral("search"), QStringLiteral("--json"), QStringLiteral("away")})
+                  .json()
+                  .array()
+                  .size(),
+              1);
+}
+
+TEST_F(BadInput, SurvivesAStreamThatUnpacksToAThousandTimesItsSize)
+{
+    // Twice packed, 200 MB of blanks take less than a kilobyte; qCompress puts four bytes before zlib's own.
+    const QByteArray packed = qCompress(qCompress(QByteArray(200'000'000, ' '), 1).sliced(4), 9).sliced(4);
+    const QByteArray bomb =
+        "%PDF-1.4\n1 0 obj\n<</Type/Catalog/Pages 2 0 R>>\nendobj\n"
+        "2 0 obj\n<</Type/Pages/Count 1/Kids[3 0 R]>>\nendobj\n"
+        "3 0 obj\n<</Type/Page/Parent 2 0 R/MediaBox[0 0 100 100]/Contents 4 0 R>>\nendobj\n"
+        "4 0 obj\n<</Filter[/FlateDecode/FlateDecode]/Length " +
+        QByteArray::number(packed.size()) + ">>\nstream\n" + packed +
+        "\nendstream\nendobj\ntrailer<</Root 1 0 R>>\n%%EOF\n";
+    m_papers.write(QStringLiteral("bomb.pdf"), bomb);
+    expectOneOutcomeEach(2);
+}
+
+TEST_F(BadInput, RefusesATruncatedFile)
+{
+    const QByteArray whole = PdfBuilder().title("Whole").page({QStringLiteral("x")}).build();
+    expectContentRefused(whole.first(60), QStringLiteral("damaged"));
+}
+
+TEST_F(BadInput, StoresADocumentWithoutPages)
+{
+    m_papers.write(QStringLiteral("none.pdf"), PdfBuilder().title("None").build());
+    EXPECT_EQ(importAll().status, 0);
+    const ProgramRun shown = m_program.run(
+        {QStringLiteral("show"), QStringLiteral("--json"), idsByTitle().value(QStringLiteral("None"))});
+    EXPECT_EQ(shown.json()[QLatin1String("page_count")].toInt(-1), 0);
+    EXPECT_EQ(shown.json()[QLatin1String("cover_path")].toString(), QString());
 }
 
 TEST_F(BadInput, RefusesAFolderByName)
@@ -274,7 +339,7 @@ protected:
     sqlite3 *m_database = nullptr;
 };
 
-TEST_F(BadLibrary, OfANewerVersionIsRefusedAndLeftAsItWas)
+TEST_F(BadLibrary, OfANewerVersionIsRefusedAndKeepsItsPapers)
 {
     execute("PRAGMA user_version = 10");
     const ProgramRun listed = m_program.run({QStringLiteral("list")});

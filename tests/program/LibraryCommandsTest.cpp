@@ -1,6 +1,10 @@
 // The commands that list, show and change what the library holds.
 #include "program/LibraryFixture.h"
 
+#include <fcntl.h>
+#include <sqlite3.h>
+#include <unistd.h>
+
 class LibraryCommands : public LibraryFixture
 {
 protected:
@@ -43,7 +47,43 @@ TEST_F(LibraryCommands, ListsByFilterAndRefusesFreeTextThere)
 
 TEST_F(LibraryCommands, ListsThePapersOfTheLastImport)
 {
-    EXPECT_EQ(run({QStringLiteral("list"), QStringLiteral("--recent")}).json().array().size(), 2);
+    // Stored times have whole seconds: what was imported first must be older than that.
+    sqlite3 *database = nullptr;
+    ASSERT_EQ(sqlite3_open(m_program.libraryPath().toUtf8().constData(), &database), SQLITE_OK);
+    EXPECT_EQ(sqlite3_exec(database, "UPDATE papers SET date_indexed = '2001-01-01T00:00:00Z'", nullptr,
+                           nullptr, nullptr),
+              SQLITE_OK);
+    sqlite3_close(database);
+    paper(QStringLiteral("later.pdf"), {QStringLiteral("On lateness")}, "Later");
+    ASSERT_EQ(importAll().status, 0);
+    EXPECT_EQ(titles(run({QStringLiteral("list"), QStringLiteral("--recent")})),
+              QStringList{QStringLiteral("Later")});
+
+    importAll(); // nothing is new: the last import stays
+    EXPECT_EQ(titles(run({QStringLiteral("list"), QStringLiteral("--recent")})),
+              QStringList{QStringLiteral("Later")});
+}
+
+TEST_F(LibraryCommands, TakesBracketsForWhatTheyAre)
+{
+    const QString bracketed = m_papers.path(QStringLiteral("[papers]"));
+    ASSERT_TRUE(QDir().mkpath(bracketed));
+    m_papers.write(QStringLiteral("[papers]/x.pdf"),
+                   PdfBuilder().title("Bracketed").page({QStringLiteral("[a,b]")}).build());
+    m_program.setWorkingFolder(m_papers.path());
+    const ProgramRun imported = run({QStringLiteral("import"), QStringLiteral("[papers]")});
+    EXPECT_EQ(imported.json()[QLatin1String("indexed")].toArray().size(), 1) << imported.out.toStdString();
+    const ProgramRun explained =
+        run({QStringLiteral("search"), QStringLiteral("--explain"), QStringLiteral("[a,b]")});
+    EXPECT_EQ(explained.json()[QLatin1String("fullText")].toString(), u"[a,b]");
+}
+
+TEST_F(LibraryCommands, SaysThatAnAnswerCouldNotBeWritten)
+{
+    m_program.setChildSetup([] { dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO); });
+    const ProgramRun listed = run({QStringLiteral("list")});
+    EXPECT_EQ(listed.status, 1);
+    EXPECT_TRUE(listed.err.contains(u"No space left on device")) << listed.err.toStdString();
 }
 
 TEST_F(LibraryCommands, ShowsAPaperByAPrefixOfItsId)
@@ -176,6 +216,14 @@ TEST_F(LibraryCommands, PrintsHelpAndVersionWithoutALibrary)
     EXPECT_EQ(m_program.run({QStringLiteral("--version")}).status, 0);
     EXPECT_TRUE(m_program.run({QStringLiteral("--help")}).out.contains(u"import"));
     EXPECT_TRUE(m_program.run({QStringLiteral("import"), QStringLiteral("--help")}).out.contains(u"PATH"));
+}
+
+TEST_F(LibraryCommands, AnswersWrongUsageWithADocumentWhereOneIsDue)
+{
+    const ProgramRun wrong = run({QStringLiteral("show")});
+    EXPECT_EQ(wrong.status, 2);
+    EXPECT_TRUE(wrong.json()[QLatin1String("error")].toString().contains(u"PAPER-ID"))
+        << wrong.out.toStdString();
 }
 
 TEST_F(LibraryCommands, CallsUnknownArgumentsWrongUsage)

@@ -23,6 +23,7 @@ ProgramRun Program::run(const QStringList &arguments, const std::function<void(Q
 {
     QProcess process;
     process.setProcessEnvironment(m_environment);
+    process.setWorkingDirectory(m_workingFolder);
     if (m_childSetup)
         process.setChildProcessModifier(m_childSetup);
     process.start(QStringLiteral(QUIREVAULT_PROGRAM), arguments);

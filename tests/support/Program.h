@@ -32,11 +32,13 @@ public:
     QString dataFolder() const { return m_home.path(QStringLiteral("data/Quirevault")); }
     QString libraryPath() const { return dataFolder() + u"/library.db"; }
     void setEnvironment(const QString &name, const QString &value) { m_environment.insert(name, value); }
+    void setWorkingFolder(const QString &path) { m_workingFolder = path; }
     /// Runs in the child before the program starts; only async-signal-safe calls.
     void setChildSetup(std::function<void()> setup) { m_childSetup = std::move(setup); }
 
 private:
     TemporaryFolder m_home;
     QProcessEnvironment m_environment;
+    QString m_workingFolder;
     std::function<void()> m_childSetup;
 };

@@ -1,6 +1,7 @@
-#include "cli/PaperText.h"
+#include "cli/PaperPrinting.h"
 
 #include "base/TextClasses.h"
+#include "cli/RecordLists.h"
 #include "search/SnippetMarkup.h"
 
 namespace
@@ -45,8 +46,20 @@ void printPassage(const Passage &passage, const QString &query, const Output &ou
     output.line(u"    " + output.dimmed(page) + u' ' + text);
 }
 
-void printPaperDetails(const Paper &paper, const Output &output)
+void printPapers(const QList<Paper> &papers, const Output &output)
 {
+    if (output.isJson())
+        return output.json(asJson(papers));
+    for (const Paper &paper : papers)
+        printPaper(paper, output);
+    if (papers.isEmpty())
+        output.line(QStringLiteral("No papers."));
+}
+
+void printOnePaper(const Paper &paper, const Output &output)
+{
+    if (output.isJson())
+        return output.json(QJsonDocument(toJson(paper)));
     printField(QStringLiteral("id"), paper.id, output);
     printField(QStringLiteral("title"), paper.title, output);
     printField(QStringLiteral("authors"), paper.authors, output);

@@ -4,7 +4,9 @@
 #include "store/Paper.h"
 #include "store/Passage.h"
 
+#include <QList>
 #include <QString>
+#include <optional>
 
 // How papers and passages read in a terminal.
 
@@ -16,5 +18,8 @@ void printPaperHeading(const QString &id, const QString &title, const QString &a
 /// "    p. 7  the passage", its matches emphasised and its cuts shown as "…".
 /// `query` is what was searched for.
 void printPassage(const Passage &passage, const QString &query, const Output &output);
-/// Every field, one a line.
-void printPaperDetails(const Paper &paper, const Output &output);
+
+/// The papers as a list to read, or as their JSON array.
+void printPapers(const QList<Paper> &papers, const Output &output);
+/// One paper with every field, or its JSON object.
+void printOnePaper(const Paper &paper, const Output &output);
