@@ -2,9 +2,7 @@
 #include "program/LibraryFixture.h"
 
 #include <linux/capability.h>
-#include <sqlite3.h>
 #include <sys/prctl.h>
-#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -264,99 +262,4 @@ TEST_F(BadInput, CleansAndCutsHugeAttributes)
         EXPECT_FALSE(title.contains(QChar(0)));
         EXPECT_TRUE(title.isValidUtf16());
     }
-}
-
-TEST_F(BadInput, SaysThatThereIsNoSpaceLeftAndKeepsTheLibraryWhole)
-{
-    ASSERT_EQ(importAll().status, 0);
-    PdfBuilder big;
-    big.title("Big");
-    for (int page = 0; page < 100; ++page) {
-        QStringList lines;
-        for (int line = 0; line < 40; ++line)
-            lines.append(
-                QStringLiteral("words %1 that fill the index %2").arg(page * 7919).arg(line * 104729));
-        big.page(lines);
-    }
-    m_papers.write(QStringLiteral("big.pdf"), big.build());
-    m_program.setChildSetup([] {
-        // The library and its log may not grow past 96 KiB: what a full disk looks like to a program.
-        const rlimit small{.rlim_cur = 96 * 1024, .rlim_max = 96 * 1024};
-        setrlimit(RLIMIT_FSIZE, &small);
-    });
-    const ProgramRun imported = importAll();
-    EXPECT_EQ(imported.status, 1) << imported.out.toStdString();
-    EXPECT_EQ(imported.json()[QLatin1String("errors")].toObject().keys(),
-              QStringList{m_papers.path(QStringLiteral("big.pdf"))});
-
-    m_program.setChildSetup({});
-    EXPECT_EQ(idsByTitle().keys(), QStringList{QStringLiteral("Good")});
-    EXPECT_EQ(importAll().json()[QLatin1String("indexed")].toArray().size(), 1);
-}
-
-TEST_F(BadInput, SaysWhichFolderCannotHoldTheLibrary)
-{
-    const QString blocker = m_papers.write(QStringLiteral("blocker"), "a file where a folder should be");
-    m_program.setEnvironment(QStringLiteral("XDG_DATA_HOME"), blocker);
-    const ProgramRun listed = m_program.run({QStringLiteral("list")});
-    EXPECT_EQ(listed.status, 1);
-    EXPECT_TRUE(listed.err.contains(u"The library database could not be opened."))
-        << listed.err.toStdString();
-    EXPECT_TRUE(listed.err.contains(blocker)) << listed.err.toStdString();
-}
-
-TEST_F(BadInput, SaysThatTheLibraryIsNotADatabase)
-{
-    QDir().mkpath(m_program.dataFolder());
-    const QByteArray text = "this is a letter to my aunt, not a database; it is long enough to be looked at";
-    QFile file(m_program.libraryPath());
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(text.repeated(100));
-    file.close();
-    const ProgramRun listed = m_program.run({QStringLiteral("list")});
-    EXPECT_EQ(listed.status, 1);
-    EXPECT_TRUE(listed.err.contains(m_program.libraryPath())) << listed.err.toStdString();
-    EXPECT_TRUE(listed.err.contains(u"not a database")) << listed.err.toStdString();
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll(), text.repeated(100)) << "it is left as it was";
-}
-
-class BadLibrary : public BadInput
-{
-protected:
-    void SetUp() override
-    {
-        BadInput::SetUp();
-        ASSERT_EQ(importAll().status, 0);
-        ASSERT_EQ(sqlite3_open(m_program.libraryPath().toUtf8().constData(), &m_database), SQLITE_OK);
-    }
-    void TearDown() override { sqlite3_close(m_database); }
-    void execute(const char *sql)
-    {
-        ASSERT_EQ(sqlite3_exec(m_database, sql, nullptr, nullptr, nullptr), SQLITE_OK);
-    }
-
-    sqlite3 *m_database = nullptr;
-};
-
-TEST_F(BadLibrary, OfANewerVersionIsRefusedAndKeepsItsPapers)
-{
-    execute("PRAGMA user_version = 10");
-    const ProgramRun listed = m_program.run({QStringLiteral("list")});
-    EXPECT_EQ(listed.status, 1);
-    EXPECT_TRUE(listed.err.contains(u"newer version")) << listed.err.toStdString();
-    EXPECT_TRUE(listed.err.contains(m_program.libraryPath()));
-    execute("PRAGMA user_version = 9");
-    EXPECT_EQ(idsByTitle().size(), 1);
-}
-
-TEST_F(BadLibrary, LockedByAnotherProgramIsSaidSo)
-{
-    execute("PRAGMA locking_mode = EXCLUSIVE");
-    execute("PRAGMA journal_mode = DELETE");
-    execute("BEGIN EXCLUSIVE");
-    const ProgramRun listed = m_program.run({QStringLiteral("list")});
-    EXPECT_EQ(listed.status, 1);
-    EXPECT_TRUE(listed.err.contains(u"locked")) << listed.err.toStdString();
-    EXPECT_TRUE(listed.err.contains(m_program.libraryPath()));
 }
