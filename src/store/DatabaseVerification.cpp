@@ -52,6 +52,9 @@ Error Database::explained(Error error) const
     case SQLITE_CORRUPT:
         why = QStringLiteral("%1 is damaged");
         break;
+    case SQLITE_READONLY:
+        why = QStringLiteral("%1 or its folder is read-only");
+        break;
     case SQLITE_CANTOPEN:
         why = QStringLiteral("%1 or a file beside it cannot be opened; its folder may be read-only");
         break;

@@ -11,6 +11,16 @@
 #include <unistd.h>
 
 class BadInput : public LibraryFixture
+namespace
+{
+/// Root may read and write everything unless these rights are taken away; for others this does nothing.
+void loseRightsOfRoot()
+{
+    prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
+    prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH);
+}
+} // namespace
+
 {
 protected:
     void SetUp() override { paper(QStringLiteral("good.pdf"), {QStringLiteral("The good one")}, "Good"); }
@@ -137,11 +147,7 @@ TEST_F(BadInput, RefusesAFileThatMayNotBeRead)
 {
     const QString locked = paper(QStringLiteral("locked.pdf"), {QStringLiteral("x")});
     ASSERT_EQ(chmod(locked.toLocal8Bit().constData(), 0), 0);
-    m_program.setChildSetup([] {
-        // Root may read everything unless these rights are taken away; for others this does nothing.
-        prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
-        prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH);
-    });
+    m_program.setChildSetup(loseRightsOfRoot);
     expectRefused(QStringLiteral("locked.pdf"), QStringLiteral("Permission denied"));
 }
 
@@ -241,6 +247,54 @@ TEST_F(BadInput, SaysWhichFolderCannotHoldTheLibrary)
 }
 
 TEST_F(BadInput, SaysThatTheLibraryIsNotADatabase)
+/// A data folder that nothing can be written to, as on a disk mounted for reading only.
+class ReadOnlyFolder : public BadInput
+{
+protected:
+    void TearDown() override { allow(0700, 0600); }
+
+    void allow(mode_t folder, mode_t file)
+    {
+        chmod(m_program.libraryPath().toLocal8Bit().constData(), file);
+        ASSERT_EQ(chmod(m_program.dataFolder().toLocal8Bit().constData(), folder), 0);
+    }
+
+    QString complaintOfList()
+    {
+        m_program.setChildSetup(loseRightsOfRoot);
+        const ProgramRun listed = m_program.run({QStringLiteral("list")});
+        EXPECT_EQ(listed.status, 1);
+        EXPECT_TRUE(listed.err.contains(m_program.libraryPath())) << listed.err.toStdString();
+        return listed.err;
+    }
+};
+
+TEST_F(ReadOnlyFolder, WithALibraryIsSaidToBeSo)
+{
+    ASSERT_EQ(importAll().status, 0);
+    allow(0500, 0400);
+    const QString complaint = complaintOfList();
+    EXPECT_TRUE(complaint.contains(m_program.libraryPath() + u" or its folder is read-only"))
+        << complaint.toStdString();
+}
+
+TEST_F(ReadOnlyFolder, WithALibraryThatMayBeWrittenIsSaidToBeSo)
+{
+    ASSERT_EQ(importAll().status, 0);
+    allow(0500, 0600);
+    const QString complaint = complaintOfList();
+    EXPECT_TRUE(complaint.contains(m_program.libraryPath() + u" or its folder is read-only"))
+        << complaint.toStdString();
+}
+
+TEST_F(ReadOnlyFolder, WithoutALibraryIsSaidToHoldNone)
+{
+    ASSERT_TRUE(QDir().mkpath(m_program.dataFolder()));
+    allow(0500, 0600);
+    const QString complaint = complaintOfList();
+    EXPECT_TRUE(complaint.contains(u"The library database could not be opened.")) << complaint.toStdString();
+}
+
 {
     QDir().mkpath(m_program.dataFolder());
     const QByteArray text = "this is a letter to my aunt, not a database; it is long enough to be looked at";
