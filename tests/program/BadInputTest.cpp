@@ -1,5 +1,6 @@
 // Files and folders that go wrong: each is named with its reason, and the rest of the batch is done.
 #include "program/LibraryFixture.h"
+#include "support/RawDatabase.h"
 
 #include <linux/capability.h>
 #include <sqlite3.h>
@@ -10,7 +11,6 @@
 #include <sys/un.h>
 #include <unistd.h>
 
-class BadInput : public LibraryFixture
 namespace
 {
 /// Root may read and write everything unless these rights are taken away; for others this does nothing.
@@ -21,6 +21,7 @@ void loseRightsOfRoot()
 }
 } // namespace
 
+class BadInput : public LibraryFixture
 {
 protected:
     void SetUp() override { paper(QStringLiteral("good.pdf"), {QStringLiteral("The good one")}, "Good"); }
@@ -246,7 +247,6 @@ TEST_F(BadInput, SaysWhichFolderCannotHoldTheLibrary)
     EXPECT_TRUE(listed.err.contains(blocker)) << listed.err.toStdString();
 }
 
-TEST_F(BadInput, SaysThatTheLibraryIsNotADatabase)
 /// A data folder that nothing can be written to, as on a disk mounted for reading only.
 class ReadOnlyFolder : public BadInput
 {
@@ -295,6 +295,7 @@ TEST_F(ReadOnlyFolder, WithoutALibraryIsSaidToHoldNone)
     EXPECT_TRUE(complaint.contains(u"The library database could not be opened.")) << complaint.toStdString();
 }
 
+TEST_F(BadInput, SaysThatTheLibraryIsNotADatabase)
 {
     QDir().mkpath(m_program.dataFolder());
     const QByteArray text = "this is a letter to my aunt, not a database; it is long enough to be looked at";
@@ -328,15 +329,23 @@ protected:
     sqlite3 *m_database = nullptr;
 };
 
-TEST_F(BadLibrary, OfANewerVersionIsRefusedAndLeftAsItWas)
+TEST_F(BadLibrary, OfANewerVersionIsRefusedAndKeepsItsVersionAndRows)
 {
     execute("PRAGMA user_version = 10");
+    const auto rows = [this] {
+        return RawDatabase(m_program.libraryPath())
+            .texts("SELECT id || title || filepath || content_hash FROM papers "
+                   "UNION ALL SELECT paper_id || page_num || content FROM fts_papers "
+                   "UNION ALL SELECT paper_id || tag FROM tags");
+    };
+    const QStringList before = rows();
+    ASSERT_GE(before.size(), 2) << "a paper and its page";
     const ProgramRun listed = m_program.run({QStringLiteral("list")});
     EXPECT_EQ(listed.status, 1);
     EXPECT_TRUE(listed.err.contains(u"newer version")) << listed.err.toStdString();
     EXPECT_TRUE(listed.err.contains(m_program.libraryPath()));
-    execute("PRAGMA user_version = 9");
-    EXPECT_EQ(idsByTitle().size(), 1);
+    EXPECT_EQ(RawDatabase(m_program.libraryPath()).text("PRAGMA user_version"), u"10");
+    EXPECT_EQ(rows(), before);
 }
 
 TEST_F(BadLibrary, LockedByAnotherProgramIsSaidSo)

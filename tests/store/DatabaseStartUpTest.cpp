@@ -194,10 +194,15 @@ TEST(DatabaseStartUp, RunsNoMigrationOnAVersionNineFile)
     EXPECT_EQ(schemaOf(path, "chunks"), u"CREATE TABLE chunks (text TEXT)");
 }
 
-TEST(DatabaseStartUp, LeavesTheVersionOfANewerFile)
+TEST(DatabaseStartUp, KeepsTheVersionAndTheRowsOfANewerFile)
 {
     const TemporaryFolder folder;
-    const QString path = oldLibrary(folder, kOldPapers, 10);
+    const QString path = oldLibrary(folder,
+                                    QByteArray(kOldPapers) +
+                                        "CREATE TABLE chunks (text TEXT); INSERT INTO chunks VALUES ('c');"
+                                        "CREATE TABLE tags (paper_id TEXT, tag TEXT, colour TEXT);"
+                                        "INSERT INTO tags VALUES ('a', 'Tag', 'red');",
+                                    10);
     {
         const Database database(path);
     }
@@ -218,3 +223,8 @@ TEST(DatabaseStartUp, CanRunAgainOnWhatItMade)
     }
     EXPECT_EQ(RawDatabase(path).texts("SELECT sql FROM sqlite_master ORDER BY name"), schema);
 }
+    EXPECT_EQ(RawDatabase(path).texts("SELECT id || title || filepath FROM papers"),
+              QStringList{QStringLiteral("aAlpha/a.pdf")});
+    EXPECT_EQ(RawDatabase(path).texts("SELECT paper_id || tag || colour FROM tags"),
+              QStringList{QStringLiteral("aTagred")});
+    EXPECT_EQ(RawDatabase(path).texts("SELECT text FROM chunks"), QStringList{QStringLiteral("c")});
