@@ -44,21 +44,6 @@ Result<void> writeEdit(Database &database, const QString &id, const PaperEdit &e
                             parameters);
 }
 
-/// Every text of one column, in the order of the rows.
-Result<QStringList> selectTexts(Database &database, const QString &sql, QLatin1String column,
-                                const SqlValues &parameters = {})
-{
-    const auto rows = database.query(sql, parameters);
-    if (!rows)
-        return rows.error();
-    QStringList texts;
-    for (const Row &row : *rows) {
-        if (auto text = row.text(column))
-            texts.append(*text);
-    }
-    return texts;
-}
-
 /// Removes the paper with its full-text rows, whole or not at all.
 Result<void> deleteRows(Database &database, const QString &id)
 {

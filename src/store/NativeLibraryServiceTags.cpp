@@ -36,17 +36,11 @@ QFuture<Result<void>> NativeLibraryService::changeTag(const QString &sql, const 
 
 QFuture<Result<QStringList>> NativeLibraryService::allTagNames()
 {
-    return m_db.perform(Urgency::PersonWaits, [](Database &database) -> Result<QStringList> {
-        const auto rows = database.query(QStringLiteral("SELECT DISTINCT tag AS tag FROM tags UNION SELECT "
-                                                        "name AS tag FROM tag_definitions ORDER BY tag ASC"));
-        if (!rows)
-            return rows.error();
-        QStringList names;
-        for (const Row &row : *rows) {
-            if (auto name = row.text(QLatin1String("tag")))
-                names.append(*name);
-        }
-        return names;
+    return m_db.perform(Urgency::PersonWaits, [](Database &database) {
+        return selectTexts(database,
+                           QStringLiteral("SELECT DISTINCT tag AS tag FROM tags UNION SELECT "
+                                          "name AS tag FROM tag_definitions ORDER BY tag ASC"),
+                           QLatin1String("tag"));
     });
 }
 
