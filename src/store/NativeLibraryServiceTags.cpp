@@ -22,7 +22,7 @@ QFuture<Result<void>> NativeLibraryService::changeTag(const QString &sql, const 
                                                       const QString &tag)
 {
     SystemSearchPublisher &publisher = m_publisher;
-    return m_db.perform(Urgency::PersonWaits, [=, &publisher](Database &database) -> Result<void> {
+    return m_db.perform(m_urgency, [=, &publisher](Database &database) -> Result<void> {
         if (auto changed = database.execute(sql, {paperId, tag}); !changed)
             return changed;
         const Result<std::optional<Paper>> paper = selectPaperById(database, paperId);
@@ -36,7 +36,7 @@ QFuture<Result<void>> NativeLibraryService::changeTag(const QString &sql, const 
 
 QFuture<Result<QStringList>> NativeLibraryService::allTagNames()
 {
-    return m_db.perform(Urgency::PersonWaits, [](Database &database) {
+    return m_db.perform(m_urgency, [](Database &database) {
         return selectTexts(database,
                            QStringLiteral("SELECT DISTINCT tag AS tag FROM tags UNION SELECT "
                                           "name AS tag FROM tag_definitions ORDER BY tag ASC"),
@@ -46,6 +46,8 @@ QFuture<Result<QStringList>> NativeLibraryService::allTagNames()
 
 QFuture<Result<void>> NativeLibraryService::createTag(const QString &name)
 {
-    return m_db.execute(QStringLiteral("INSERT OR IGNORE INTO tag_definitions (name) VALUES (?)"),
-                        {trimmedHorizontally(name)});
+    return m_db.perform(m_urgency, [trimmed = trimmedHorizontally(name)](Database &database) {
+        return database.execute(QStringLiteral("INSERT OR IGNORE INTO tag_definitions (name) VALUES (?)"),
+                                {trimmed});
+    });
 }
