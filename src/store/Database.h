@@ -47,14 +47,18 @@ public:
 
     /// Adds full-text rows. Opens no transaction of its own.
     Result<void> insertChunks(const QString &paperId, const QList<Chunk> &chunks);
-    /// Replaces the paper's tags; the first failure stops it and leaves what was written.
+    /// Replaces the paper's tags; the first failure stops it and leaves what was written. A tag is stored
+    /// without horizontal white space at both ends: blanks, tabs and the other Unicode space separators.
     Result<void> replaceTags(const QString &paperId, const QStringList &tags);
-    /// Renames a tag everywhere in one transaction, merging it into an existing tag of the new name.
+    /// Renames a tag everywhere in one transaction, merging it into an existing tag of the new name. The new
+    /// name is trimmed as in `replaceTags`, the old one taken as it is; a new name that is then blank or the
+    /// old one changes nothing.
     Result<void> renameTag(const QString &oldName, const QString &newName);
     Result<void> deleteTag(const QString &name);
 
     /// Whether the library can be read, with the file's path in the error's reason when not. Gives a file
     /// that was locked at start-up its missing start-up steps if the lock is gone; waits for no lock then.
+    /// Takes `name` as it is.
     Result<void> verifyUsable();
 
 private:

@@ -57,7 +57,7 @@ public:
     QFuture<Result<void>> removeTag(const QString &paperId, const QString &tag);
     /// Every tag in use or defined, ascending by code point; reserved names included.
     QFuture<Result<QStringList>> allTagNames();
-    /// Defines a tag. A blank name is the caller's to refuse.
+    /// Defines a tag, its name trimmed of horizontal white space. A blank name is the caller's to refuse.
     QFuture<Result<void>> createTag(const QString &name);
 
     /// By page, and on a page by creation time.
