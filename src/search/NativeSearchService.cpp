@@ -93,8 +93,9 @@ QFuture<Result<QList<SearchResult>>> NativeSearchService::search(const QString &
         return QtFuture::makeReadyFuture(Results());
     QFuture<Result<SearchHits>> finding = m_db.perform(
         Urgency::PersonWaits, [expression](Database &database) { return findHits(database, expression); });
-    // Grouping runs after the operation, wherever its answer is taken: no event loop and no pool thread is
-    // needed, so any thread may block on the result. It handles 50 rows at most.
+    // Grouping runs on the database thread right after the operation, or here if that is over already. It
+    // handles 50 rows at most, so it holds nobody up. A pool thread would be no better place: once every
+    // thread of the pool is a worker that blocks in result(), none would be left to group what they wait for.
     return finding.then([](const Result<SearchHits> &hits) -> Results {
         if (!hits)
             return hits.error();
