@@ -178,7 +178,25 @@ TEST_F(Search, RefusesAMegabyteOfWordsInsteadOfHanging)
     const std::string log = ::testing::internal::GetCapturedStdout();
     EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 2);
     EXPECT_NE(log.find("the query is too long"), std::string::npos);
-    EXPECT_EQ(found(QStringLiteral("graph ").repeated(500)).size(), 1);
+}
+
+TEST_F(Search, TakesSixtyFourWordsAndNotOneMore)
+{
+    library.addPage(QStringLiteral("a"), 1, "graph theory");
+    const QStringList accepted{
+        QStringLiteral("graph ").repeated(64), QStringLiteral("graph-theory ").repeated(32),
+        QStringLiteral("\"graph theory\" ") + QStringLiteral("graph OR ").repeated(30) + u"graph graph"};
+    for (const QString &query : accepted) {
+        EXPECT_EQ(found(query).size(), 1) << query.toStdString();
+        EXPECT_EQ(foundInA(query).size(), 1) << query.toStdString();
+        ::testing::internal::CaptureStdout();
+        const QString longer = query + u" graph";
+        EXPECT_TRUE(found(longer).isEmpty());
+        EXPECT_TRUE(foundInA(longer).isEmpty());
+        const std::string log = ::testing::internal::GetCapturedStdout();
+        EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 2) << log;
+        EXPECT_NE(log.find("the query is too long"), std::string::npos) << log;
+    }
 }
 
 TEST_F(Search, OvertakesWhatAServiceOfTheBackgroundHasQueued)
