@@ -36,12 +36,14 @@ struct Services::Parts {
     CoreSpotlightIndexer systemSearch{systemIndex};
     DatabaseManager db;
     NativeLibraryService library{db, systemSearch};
+    /// The same library for imports, whose look-ups and writes may not stand before a search.
+    NativeLibraryService importedLibrary{db, systemSearch, BookmarkEvents::shared(), Urgency::Background};
     NativeSearchService search{db};
     CurlHttpClient http;
     OpenLibraryBookService books{http, OpenLibraryBookService::configuredAddress()};
     CoverStore covers;
     PDFIndexer indexer{{.db = db,
-                        .library = library,
+                        .library = importedLibrary,
                         .books = books,
                         .covers = covers,
                         .clock = clock,

@@ -22,7 +22,7 @@ Error writeError(const QString &path, int cause)
 QString temporaryNameFor(const QString &path)
 {
     static std::atomic<unsigned> counter = 0;
-    return QStringLiteral("%1.%2-%3.part").arg(path).arg(::getpid()).arg(counter++);
+    return QStringLiteral("%1.%2-%3.part").arg(path, QString::number(::getpid()), QString::number(counter++));
 }
 
 /// 0, or the errno of what failed.

@@ -41,7 +41,9 @@ QString paperIdFor(const QString &path)
     return sha256Hex(path.toUtf8()).left(32);
 }
 
-/// Takes a cover that is new back from the folder unless the paper it was made for is stored.
+/// Knows whether a run's cover is new and takes such a one back from the folder: when reading fails or the
+/// run is cancelled, when the file changed meanwhile, and when its content turned out to be another paper's.
+/// A cover stays when the transaction fails: it harms nobody, and the next import of the file writes it anew.
 class CoverGuard
 {
 public:

@@ -1,10 +1,14 @@
 #include "search/NativeSearchService.h"
 
 #include "base/Log.h"
+#include "base/TextClasses.h"
 #include "search/FTSQueryBuilder.h"
 #include "search/SearchHits.h"
 #include "store/DatabaseManager.h"
 #include "store/PaperQueries.h"
+
+#include <chrono>
+#include <utility>
 
 namespace
 {
@@ -26,17 +30,37 @@ const auto kPagesOfPaper =
                    "    ORDER BY page_num ASC\n"
                    "    LIMIT 100");
 
-/// The full-text index takes time that grows with the square of an expression's terms and cannot be stopped
-/// meanwhile; measured, 2,000 terms take half a second and a pasted megabyte hours. This is 500 words or
-/// more.
+/// Parsing an expression takes time that grows with the square of its length and cannot be stopped meanwhile.
 constexpr qsizetype kLongestExpression = 4000;
+
+/// Words and operators of an expression. Chosen: the snippet of one page takes time that grows with the
+/// square of the phrases found in it and cannot be stopped meanwhile. Measured on pages of 500 words, with
+/// a prefix that matches many of them: a tenth of a second with 64 copies, half a minute with 500.
+constexpr qsizetype kMostWords = 64;
+
+/// How long one search may keep the database thread from all else; what takes longer has far too many
+/// matches to be of use.
+constexpr std::chrono::seconds kLongestSearch{10};
+
+/// How many words an expression has at most, its operators and distances included: a quoted word may well be
+/// several to the index.
+qsizetype wordCount(const QString &expression)
+{
+    qsizetype count = 0;
+    bool isInWord = false;
+    for (const char32_t character : expression.toStdU32String()) {
+        const bool wasInWord = std::exchange(isInWord, isAlphanumeric(character));
+        count += isInWord && !wasInWord;
+    }
+    return count;
+}
 
 Result<QList<Row>> matching(Database &database, const QString &sql, const SqlValues &parameters,
                             const QString &expression)
 {
-    if (expression.size() > kLongestExpression)
+    if (expression.size() > kLongestExpression || wordCount(expression) > kMostWords)
         return Error{QStringLiteral("NativeSearchService"), 1, QStringLiteral("the query is too long"), {}};
-    return database.query(sql, parameters);
+    return database.queryWithin(kLongestSearch, sql, parameters);
 }
 
 /// The rows; a failure is logged as `what` failing for the expression, and leaves none.
@@ -93,8 +117,9 @@ QFuture<Result<QList<SearchResult>>> NativeSearchService::search(const QString &
         return QtFuture::makeReadyFuture(Results());
     QFuture<Result<SearchHits>> finding = m_db.perform(
         Urgency::PersonWaits, [expression](Database &database) { return findHits(database, expression); });
-    // Grouping runs after the operation, wherever its answer is taken: no event loop and no pool thread is
-    // needed, so any thread may block on the result. It handles 50 rows at most.
+    // Grouping runs on the database thread right after the operation, or here if that is over already. It
+    // handles 50 rows at most, so it holds nobody up. A pool thread would be no better place: once every
+    // thread of the pool is a worker that blocks in result(), none would be left to group what they wait for.
     return finding.then([](const Result<SearchHits> &hits) -> Results {
         if (!hits)
             return hits.error();

@@ -18,9 +18,13 @@ public:
     explicit NativeSearchService(DatabaseManager &db);
 
     /// The papers that match `query` (free text, see `buildFTSQuery`), best first, each with its passages
-    /// best first; at most 50 passages in all. An expression that the index rejects, or of more than
-    /// 4,000 characters, is logged and answers with an empty list; only a failure to read the papers is an
-    /// error.
+    /// best first; at most 50 passages in all. An expression that the index rejects, of more than 4,000
+    /// characters or 64 words (operators count), or that takes the index more than ten seconds, is logged
+    /// and answers with an empty list; only a failure to read the papers is an error.
+    ///
+    /// The at most 50 hits are grouped on the database thread, so the answer needs neither an event loop nor
+    /// a thread of a pool: any thread but the main one may block on it, and what is attached to it may run
+    /// there too.
     QFuture<Result<QList<SearchResult>>> search(const QString &query);
 
     /// The passages of one paper that match, by page, at most 100. Failures are logged and answer with an

@@ -4,6 +4,7 @@
 #include "base/TextClasses.h"
 #include "store/Statement.h"
 
+#include <QDeadlineTimer>
 #include <QFile>
 #include <sqlite3.h>
 #include <utility>
@@ -26,6 +27,31 @@ std::vector<SqlValue> currentValues(const Statement &statement, int count)
         values.push_back(statement.value(i));
     return values;
 }
+
+/// Steps of SQLite's machine between two looks at the clock: some rows of a search, well under a second of
+/// the slowest.
+constexpr int kStepsBetweenLooks = 100;
+
+/// Ends what the connection runs once the time is over, for as long as this lives.
+class TimeLimit
+{
+public:
+    TimeLimit(sqlite3 *connection, std::chrono::milliseconds limit)
+        : m_connection(connection)
+        , m_deadline(limit)
+    {
+        sqlite3_progress_handler(m_connection, kStepsBetweenLooks, isOver, &m_deadline);
+    }
+    ~TimeLimit() { sqlite3_progress_handler(m_connection, 0, nullptr, nullptr); }
+    TimeLimit(const TimeLimit &) = delete;
+    TimeLimit &operator=(const TimeLimit &) = delete;
+
+private:
+    static int isOver(void *deadline) { return static_cast<QDeadlineTimer *>(deadline)->hasExpired(); }
+
+    sqlite3 *m_connection;
+    QDeadlineTimer m_deadline;
+};
 } // namespace
 
 void Database::Closer::operator()(sqlite3 *connection) const
@@ -104,6 +130,15 @@ Result<QList<Row>> Database::query(const QString &sql, const SqlValues &paramete
     if (step == Statement::Step::Failed && rows.isEmpty())
         return statement->error();
     return rows;
+}
+
+Result<QList<Row>> Database::queryWithin(std::chrono::milliseconds limit, const QString &sql,
+                                         const SqlValues &parameters)
+{
+    if (!m_connection)
+        return noConnectionError();
+    const TimeLimit timeLimit(m_connection.get(), limit);
+    return query(sql, parameters);
 }
 
 Result<void> Database::insertChunks(const QString &paperId, const QList<Chunk> &chunks)

@@ -44,13 +44,21 @@ public:
     /// Runs one statement and collects its rows. A failure before the first row is an error; one in the
     /// middle of the rows ends them silently.
     Result<QList<Row>> query(const QString &sql, const SqlValues &parameters = {});
+    /// Like `query`, but a statement that has run for `limit` is ended and fails with SQLite's "interrupted".
+    /// Between two steps of the statement, that is; one call of an SQL function is never cut short.
+    Result<QList<Row>> queryWithin(std::chrono::milliseconds limit, const QString &sql,
+                                   const SqlValues &parameters = {});
 
     /// Adds full-text rows. Opens no transaction of its own.
     Result<void> insertChunks(const QString &paperId, const QList<Chunk> &chunks);
-    /// Replaces the paper's tags; the first failure stops it and leaves what was written.
+    /// Replaces the paper's tags; the first failure stops it and leaves what was written. A tag is stored
+    /// without horizontal white space at both ends: blanks, tabs and the other Unicode space separators.
     Result<void> replaceTags(const QString &paperId, const QStringList &tags);
-    /// Renames a tag everywhere in one transaction, merging it into an existing tag of the new name.
+    /// Renames a tag everywhere in one transaction, merging it into an existing tag of the new name. The new
+    /// name is trimmed as in `replaceTags`, the old one taken as it is; a new name that is then blank or the
+    /// old one changes nothing.
     Result<void> renameTag(const QString &oldName, const QString &newName);
+    /// Takes `name` as it is.
     Result<void> deleteTag(const QString &name);
 
     /// Whether the library can be read, with the file's path in the error's reason when not. Gives a file

@@ -3,15 +3,13 @@
 #include "base/Result.h"
 #include "store/Chunk.h"
 #include "store/Database.h"
+#include "store/Urgency.h"
 
 #include <QFuture>
 #include <QPromise>
 #include <functional>
 #include <memory>
 #include <type_traits>
-
-/// Which operations go first: those that a person waits for are served before all others.
-enum class Urgency { PersonWaits, Background };
 
 /// Owns the library's one connection and the one thread that uses it. An operation runs whole on that
 /// thread, so nothing slips in between its statements, and answers through a future. Call from any thread;

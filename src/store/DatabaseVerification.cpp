@@ -26,10 +26,10 @@ Result<void> Database::verifyReadable()
     const qint64 found =
         version->isEmpty() ? 0 : version->first().integer(QLatin1String("user_version")).value_or(0);
     if (found > kSchemaVersion)
-        return Error{
-            QStringLiteral("DatabaseManager"), kNewerVersion,
-            QStringLiteral("The library was made by a newer version of this program"),
-            QStringLiteral("%1 has version %2, known is %3").arg(m_path).arg(found).arg(kSchemaVersion)};
+        return Error{QStringLiteral("DatabaseManager"), kNewerVersion,
+                     QStringLiteral("The library was made by a newer version of this program"),
+                     QStringLiteral("%1 has version %2, known is %3")
+                         .arg(m_path, QString::number(found), QString::number(kSchemaVersion))};
     // Statements that read no row: preparing and starting them meets whatever stands in the way.
     for (const char *table : {"papers", "tags", "tag_definitions", "bookmarks", "fts_papers"}) {
         const auto read = execute(QStringLiteral("SELECT * FROM %1 LIMIT 0").arg(QLatin1String(table)));
@@ -51,6 +51,9 @@ Error Database::explained(Error error) const
         break;
     case SQLITE_CORRUPT:
         why = QStringLiteral("%1 is damaged");
+        break;
+    case SQLITE_READONLY:
+        why = QStringLiteral("%1 or its folder is read-only");
         break;
     case SQLITE_CANTOPEN:
         why = QStringLiteral("%1 or a file beside it cannot be opened; its folder may be read-only");

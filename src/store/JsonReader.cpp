@@ -2,7 +2,7 @@
 
 #include "store/RecordJson.h"
 
-#include <QJsonArray>
+#include <algorithm>
 
 namespace
 {
@@ -53,30 +53,30 @@ double JsonReader::real(QStringView key)
 
 QStringList JsonReader::texts(QStringView key)
 {
-    const QJsonValue found = value(key);
-    if (!found.isArray())
-        failType(key);
     QStringList texts;
-    for (const QJsonValue item : found.toArray()) {
-        if (!item.isString())
-            failType(key);
+    for (const QJsonValue item : items(key, QJsonValue::String))
         texts.append(item.toString());
-    }
     return texts;
 }
 
 QList<QJsonObject> JsonReader::objects(QStringView key)
 {
-    const QJsonValue found = value(key);
-    if (!found.isArray())
-        failType(key);
     QList<QJsonObject> objects;
-    for (const QJsonValue item : found.toArray()) {
-        if (!item.isObject())
-            failType(key);
+    for (const QJsonValue item : items(key, QJsonValue::Object))
         objects.append(item.toObject());
-    }
     return objects;
+}
+
+/// The items of an array, all of which should be of this type.
+QJsonArray JsonReader::items(QStringView key, QJsonValue::Type type)
+{
+    const QJsonValue found = value(key);
+    const QJsonArray items = found.toArray();
+    const bool isOfType = std::all_of(items.begin(), items.end(),
+                                      [type](const QJsonValue &item) { return item.type() == type; });
+    if (!found.isArray() || !isOfType)
+        failType(key);
+    return items;
 }
 
 QJsonValue JsonReader::value(QStringView key)

@@ -2,6 +2,7 @@
 
 #include "base/Result.h"
 
+#include <QJsonArray>
 #include <QJsonObject>
 #include <QList>
 #include <QStringList>
@@ -34,6 +35,7 @@ public:
 
 private:
     QJsonValue value(QStringView key);
+    QJsonArray items(QStringView key, QJsonValue::Type type);
     void fail(int code, const QString &description, QStringView key);
     void failType(QStringView key);
 

@@ -44,21 +44,6 @@ Result<void> writeEdit(Database &database, const QString &id, const PaperEdit &e
                             parameters);
 }
 
-/// Every text of one column, in the order of the rows.
-Result<QStringList> selectTexts(Database &database, const QString &sql, QLatin1String column,
-                                const SqlValues &parameters = {})
-{
-    const auto rows = database.query(sql, parameters);
-    if (!rows)
-        return rows.error();
-    QStringList texts;
-    for (const Row &row : *rows) {
-        if (auto text = row.text(column))
-            texts.append(*text);
-    }
-    return texts;
-}
-
 /// Removes the paper with its full-text rows, whole or not at all.
 Result<void> deleteRows(Database &database, const QString &id)
 {
@@ -71,23 +56,24 @@ Result<void> deleteRows(Database &database, const QString &id)
 } // namespace
 
 NativeLibraryService::NativeLibraryService(DatabaseManager &db, SystemSearchPublisher &publisher,
-                                           BookmarkEvents &bookmarkEvents)
+                                           BookmarkEvents &bookmarkEvents, Urgency urgency)
     : m_db(db)
     , m_publisher(publisher)
     , m_bookmarkEvents(bookmarkEvents)
+    , m_urgency(urgency)
 {
 }
 
 QFuture<Result<QList<Paper>>> NativeLibraryService::allPapers()
 {
-    return m_db.perform(Urgency::PersonWaits, [](Database &database) {
+    return m_db.perform(m_urgency, [](Database &database) {
         return selectPapers(database, u"SELECT * FROM papers" + kTitleOrder);
     });
 }
 
 QFuture<Result<QList<Paper>>> NativeLibraryService::papersWithTag(const QString &tag)
 {
-    return m_db.perform(Urgency::PersonWaits, [tag](Database &database) {
+    return m_db.perform(m_urgency, [tag](Database &database) {
         return selectPapers(database,
                             u"SELECT p.* FROM papers p\nJOIN tags t ON t.paper_id = p.id\nWHERE t.tag = ?" +
                                 kTitleOrder,
@@ -97,13 +83,12 @@ QFuture<Result<QList<Paper>>> NativeLibraryService::papersWithTag(const QString 
 
 QFuture<Result<QList<Paper>>> NativeLibraryService::papersByIds(const QStringList &ids)
 {
-    return m_db.perform(Urgency::PersonWaits,
-                        [ids](Database &database) { return selectPapersByIds(database, ids); });
+    return m_db.perform(m_urgency, [ids](Database &database) { return selectPapersByIds(database, ids); });
 }
 
 QFuture<Result<QList<Paper>>> NativeLibraryService::recentlyImportedPapers(const QString &cutOff)
 {
-    return m_db.perform(Urgency::PersonWaits, [cutOff](Database &database) {
+    return m_db.perform(m_urgency, [cutOff](Database &database) {
         return selectPapers(
             database,
             QStringLiteral("SELECT * FROM papers WHERE date_indexed >= ? ORDER BY date_indexed DESC"),
@@ -113,13 +98,12 @@ QFuture<Result<QList<Paper>>> NativeLibraryService::recentlyImportedPapers(const
 
 QFuture<Result<std::optional<Paper>>> NativeLibraryService::paperById(const QString &id)
 {
-    return m_db.perform(Urgency::PersonWaits,
-                        [id](Database &database) { return selectPaperById(database, id); });
+    return m_db.perform(m_urgency, [id](Database &database) { return selectPaperById(database, id); });
 }
 
 QFuture<Result<std::optional<Paper>>> NativeLibraryService::paperByContentHash(const QString &digest)
 {
-    return m_db.perform(Urgency::PersonWaits,
+    return m_db.perform(m_urgency,
                         [digest](Database &database) { return selectPaperByContentHash(database, digest); });
 }
 
@@ -127,7 +111,7 @@ QFuture<Result<QStringList>> NativeLibraryService::paperIdsWithPrefix(const QStr
 {
     // Every text that begins with the prefix sorts before the prefix followed by the last code point.
     const QString end = prefix + QString::fromUcs4(U"\U0010FFFF", 1);
-    return m_db.perform(Urgency::PersonWaits, [prefix, end](Database &database) {
+    return m_db.perform(m_urgency, [prefix, end](Database &database) {
         return selectTexts(database,
                            QStringLiteral("SELECT id FROM papers WHERE id >= ? AND id < ? ORDER BY id ASC"),
                            QLatin1String("id"), {prefix, end});
@@ -136,7 +120,7 @@ QFuture<Result<QStringList>> NativeLibraryService::paperIdsWithPrefix(const QStr
 
 QFuture<Result<Paper>> NativeLibraryService::updateFilepath(const QString &id, const QString &filepath)
 {
-    return m_db.perform(Urgency::PersonWaits, [id, filepath](Database &database) -> Result<Paper> {
+    return m_db.perform(m_urgency, [id, filepath](Database &database) -> Result<Paper> {
         const auto written =
             database.execute(QStringLiteral("UPDATE papers SET filepath = ? WHERE id = ?"), {filepath, id});
         if (!written)
@@ -147,7 +131,7 @@ QFuture<Result<Paper>> NativeLibraryService::updateFilepath(const QString &id, c
 
 QFuture<Result<Paper>> NativeLibraryService::updatePaper(const QString &id, const PaperEdit &edit)
 {
-    return m_db.perform(Urgency::PersonWaits, [id, edit](Database &database) -> Result<Paper> {
+    return m_db.perform(m_urgency, [id, edit](Database &database) -> Result<Paper> {
         if (auto written = writeEdit(database, id, edit); !written)
             return written.error();
         return readBack(database, id, QStringLiteral("Paper not found after update"));
@@ -156,7 +140,7 @@ QFuture<Result<Paper>> NativeLibraryService::updatePaper(const QString &id, cons
 
 QFuture<Result<QSet<QString>>> NativeLibraryService::allFilepaths()
 {
-    return m_db.perform(Urgency::PersonWaits, [](Database &database) -> Result<QSet<QString>> {
+    return m_db.perform(m_urgency, [](Database &database) -> Result<QSet<QString>> {
         const auto paths =
             selectTexts(database, QStringLiteral("SELECT filepath FROM papers"), QLatin1String("filepath"));
         if (!paths)
@@ -168,7 +152,7 @@ QFuture<Result<QSet<QString>>> NativeLibraryService::allFilepaths()
 QFuture<Result<void>> NativeLibraryService::deletePaper(const QString &id)
 {
     SystemSearchPublisher &publisher = m_publisher;
-    return m_db.perform(Urgency::PersonWaits, [id, &publisher](Database &database) -> Result<void> {
+    return m_db.perform(m_urgency, [id, &publisher](Database &database) -> Result<void> {
         const auto covers =
             selectTexts(database, QStringLiteral("SELECT cover_path FROM papers WHERE id = ?"),
                         QLatin1String("cover_path"), {id});

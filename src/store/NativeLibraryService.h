@@ -4,6 +4,7 @@
 #include "store/Bookmark.h"
 #include "store/BookmarkEvents.h"
 #include "store/Paper.h"
+#include "store/Urgency.h"
 
 #include <QFuture>
 #include <QList>
@@ -22,7 +23,7 @@ struct PaperEdit {
 };
 
 /// Every query and change of papers, tags and bookmarks. Stateless; call from any thread. Each call is one
-/// operation of the database thread that a person waits for.
+/// operation of the database thread; all are of the one urgency that the service was made with.
 ///
 /// Errors: those of `DatabaseManager`, and domain "NativeLibraryService" code 1 when a paper is missing.
 class NativeLibraryService
@@ -31,7 +32,8 @@ public:
     /// Changes of papers are announced to `publisher` (on the database thread), of bookmarks to
     /// `bookmarkEvents`. All must outlive the service and its futures.
     NativeLibraryService(DatabaseManager &db, SystemSearchPublisher &publisher,
-                         BookmarkEvents &bookmarkEvents = BookmarkEvents::shared());
+                         BookmarkEvents &bookmarkEvents = BookmarkEvents::shared(),
+                         Urgency urgency = Urgency::PersonWaits);
 
     /// Every paper, by title then authors, case ignored.
     QFuture<Result<QList<Paper>>> allPapers();
@@ -55,7 +57,7 @@ public:
     QFuture<Result<void>> removeTag(const QString &paperId, const QString &tag);
     /// Every tag in use or defined, ascending by code point; reserved names included.
     QFuture<Result<QStringList>> allTagNames();
-    /// Defines a tag. A blank name is the caller's to refuse.
+    /// Defines a tag, its name trimmed of horizontal white space. A blank name is the caller's to refuse.
     QFuture<Result<void>> createTag(const QString &name);
 
     /// By page, and on a page by creation time.
@@ -71,4 +73,5 @@ private:
     DatabaseManager &m_db;
     SystemSearchPublisher &m_publisher;
     BookmarkEvents &m_bookmarkEvents;
+    Urgency m_urgency;
 };

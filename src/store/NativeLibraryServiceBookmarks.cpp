@@ -27,7 +27,7 @@ std::optional<Bookmark> bookmarkFromRow(const Row &row)
 
 QFuture<Result<QList<Bookmark>>> NativeLibraryService::bookmarksForPaper(const QString &paperId)
 {
-    return m_db.perform(Urgency::PersonWaits, [paperId](Database &database) -> Result<QList<Bookmark>> {
+    return m_db.perform(m_urgency, [paperId](Database &database) -> Result<QList<Bookmark>> {
         const auto rows = database.query(
             QStringLiteral("SELECT * FROM bookmarks WHERE paper_id = ? ORDER BY page ASC, created_at ASC"),
             {paperId});
@@ -45,7 +45,7 @@ QFuture<Result<QList<Bookmark>>> NativeLibraryService::bookmarksForPaper(const Q
 QFuture<Result<void>> NativeLibraryService::createBookmark(const Bookmark &bookmark)
 {
     BookmarkEvents &events = m_bookmarkEvents;
-    return m_db.perform(Urgency::PersonWaits, [bookmark, &events](Database &database) -> Result<void> {
+    return m_db.perform(m_urgency, [bookmark, &events](Database &database) -> Result<void> {
         auto stored =
             database.execute(QStringLiteral("INSERT INTO bookmarks (id, paper_id, text, page, label, "
                                             "created_at) VALUES (?, ?, ?, ?, ?, ?)"),
@@ -60,7 +60,7 @@ QFuture<Result<void>> NativeLibraryService::createBookmark(const Bookmark &bookm
 QFuture<Result<void>> NativeLibraryService::deleteBookmark(const QString &bookmarkId)
 {
     BookmarkEvents &events = m_bookmarkEvents;
-    return m_db.perform(Urgency::PersonWaits, [bookmarkId, &events](Database &database) -> Result<void> {
+    return m_db.perform(m_urgency, [bookmarkId, &events](Database &database) -> Result<void> {
         // Asked first, because afterwards nobody knows whose bookmark it was.
         const auto owner =
             database.query(QStringLiteral("SELECT paper_id FROM bookmarks WHERE id = ?"), {bookmarkId});

@@ -22,7 +22,7 @@ QFuture<Result<void>> NativeLibraryService::changeTag(const QString &sql, const 
                                                       const QString &tag)
 {
     SystemSearchPublisher &publisher = m_publisher;
-    return m_db.perform(Urgency::PersonWaits, [=, &publisher](Database &database) -> Result<void> {
+    return m_db.perform(m_urgency, [=, &publisher](Database &database) -> Result<void> {
         if (auto changed = database.execute(sql, {paperId, tag}); !changed)
             return changed;
         const Result<std::optional<Paper>> paper = selectPaperById(database, paperId);
@@ -36,22 +36,18 @@ QFuture<Result<void>> NativeLibraryService::changeTag(const QString &sql, const 
 
 QFuture<Result<QStringList>> NativeLibraryService::allTagNames()
 {
-    return m_db.perform(Urgency::PersonWaits, [](Database &database) -> Result<QStringList> {
-        const auto rows = database.query(QStringLiteral("SELECT DISTINCT tag AS tag FROM tags UNION SELECT "
-                                                        "name AS tag FROM tag_definitions ORDER BY tag ASC"));
-        if (!rows)
-            return rows.error();
-        QStringList names;
-        for (const Row &row : *rows) {
-            if (auto name = row.text(QLatin1String("tag")))
-                names.append(*name);
-        }
-        return names;
+    return m_db.perform(m_urgency, [](Database &database) {
+        return selectTexts(database,
+                           QStringLiteral("SELECT DISTINCT tag AS tag FROM tags UNION SELECT "
+                                          "name AS tag FROM tag_definitions ORDER BY tag ASC"),
+                           QLatin1String("tag"));
     });
 }
 
 QFuture<Result<void>> NativeLibraryService::createTag(const QString &name)
 {
-    return m_db.execute(QStringLiteral("INSERT OR IGNORE INTO tag_definitions (name) VALUES (?)"),
-                        {trimmedHorizontally(name)});
+    return m_db.perform(m_urgency, [trimmed = trimmedHorizontally(name)](Database &database) {
+        return database.execute(QStringLiteral("INSERT OR IGNORE INTO tag_definitions (name) VALUES (?)"),
+                                {trimmed});
+    });
 }

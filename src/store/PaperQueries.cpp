@@ -72,6 +72,20 @@ Result<std::optional<Paper>> selectPaper(Database &database, const QString &sql,
 }
 } // namespace
 
+Result<QStringList> selectTexts(Database &database, const QString &sql, QLatin1String column,
+                                const SqlValues &parameters)
+{
+    const auto rows = database.query(sql, parameters);
+    if (!rows)
+        return rows.error();
+    QStringList texts;
+    for (const Row &row : *rows) {
+        if (auto text = row.text(column))
+            texts.append(*text);
+    }
+    return texts;
+}
+
 Result<QList<Paper>> selectPapers(Database &database, const QString &sql, const SqlValues &parameters)
 {
     const auto rows = database.query(sql, parameters);

@@ -7,7 +7,7 @@
 #include <QStringList>
 #include <optional>
 
-// Reading papers with their tags, as steps of an operation of the database thread.
+// Reading papers with their tags, and single columns, as steps of an operation of the database thread.
 
 /// Ids that one statement takes as parameters; longer lists are cut. Well under SQLite's limit.
 inline constexpr qsizetype kIdsPerStatement = 500;
@@ -21,3 +21,7 @@ Result<QList<Paper>> selectPapersByIds(Database &database, const QStringList &id
 
 Result<std::optional<Paper>> selectPaperById(Database &database, const QString &id);
 Result<std::optional<Paper>> selectPaperByContentHash(Database &database, const QString &digest);
+
+/// Every text of one column, in the order of the rows; a NULL is left out.
+Result<QStringList> selectTexts(Database &database, const QString &sql, QLatin1String column,
+                                const SqlValues &parameters = {});

@@ -28,6 +28,15 @@ protected:
     FakePDFDocument &m_document = *m_owned;
 };
 
+TEST_F(CoverStoreTest, WritesIntoAFolderWithPercentSignsInItsName)
+{
+    const QString folder = m_folder.path(QStringLiteral("50%2 of %1, %3"));
+    const Result<QString> path = CoverStore(folder).renderCover(m_document, QStringLiteral("id"));
+    ASSERT_TRUE(path) << path.error().message().toStdString();
+    EXPECT_EQ(*path, folder + u"/id.jpg");
+    EXPECT_EQ(QDir(folder).entryList(QDir::Files | QDir::Hidden), QStringList(QStringLiteral("id.jpg")));
+}
+
 TEST_F(CoverStoreTest, WritesTheFirstPageAsJpeg)
 {
     m_document.picture = PDFBitmap{300, 200, QByteArray(300 * 200 * 3, '\xff')};

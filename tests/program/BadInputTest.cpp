@@ -1,8 +1,7 @@
 // Files and folders that go wrong: each is named with its reason, and the rest of the batch is done.
 #include "program/LibraryFixture.h"
+#include "support/LoseRightsOfRoot.h"
 
-#include <linux/capability.h>
-#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -200,11 +199,7 @@ TEST_F(BadInput, RefusesAFileThatMayNotBeRead)
 {
     const QString locked = paper(QStringLiteral("locked.pdf"), {QStringLiteral("x")});
     ASSERT_EQ(chmod(locked.toLocal8Bit().constData(), 0), 0);
-    m_program.setChildSetup([] {
-        // Root may read everything unless these rights are taken away; for others this does nothing.
-        prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
-        prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH);
-    });
+    m_program.setChildSetup(loseRightsOfRoot);
     expectRefused(QStringLiteral("locked.pdf"), QStringLiteral("Permission denied"));
 }
 

@@ -1,8 +1,11 @@
 // A library that cannot be written, opened or understood: the reason is told, and nothing of it is lost.
 #include "program/LibraryFixture.h"
+#include "support/LoseRightsOfRoot.h"
+#include "support/RawDatabase.h"
 
 #include <sqlite3.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 class BadLibrary : public LibraryFixture
 {
@@ -49,6 +52,54 @@ TEST_F(BadLibrary, SaysWhichFolderCannotHoldTheLibrary)
     EXPECT_TRUE(listed.err.contains(blocker)) << listed.err.toStdString();
 }
 
+/// A data folder that nothing can be written to, as on a disk mounted for reading only.
+class ReadOnlyFolder : public BadLibrary
+{
+protected:
+    void TearDown() override { allow(0700, 0600); }
+
+    void allow(mode_t folder, mode_t file)
+    {
+        chmod(m_program.libraryPath().toLocal8Bit().constData(), file);
+        ASSERT_EQ(chmod(m_program.dataFolder().toLocal8Bit().constData(), folder), 0);
+    }
+
+    QString complaintOfList()
+    {
+        m_program.setChildSetup(loseRightsOfRoot);
+        const ProgramRun listed = m_program.run({QStringLiteral("list")});
+        EXPECT_EQ(listed.status, 1);
+        EXPECT_TRUE(listed.err.contains(m_program.libraryPath())) << listed.err.toStdString();
+        return listed.err;
+    }
+};
+
+TEST_F(ReadOnlyFolder, WithALibraryIsSaidToBeSo)
+{
+    ASSERT_EQ(importAll().status, 0);
+    allow(0500, 0400);
+    const QString complaint = complaintOfList();
+    EXPECT_TRUE(complaint.contains(m_program.libraryPath() + u" or its folder is read-only"))
+        << complaint.toStdString();
+}
+
+TEST_F(ReadOnlyFolder, WithALibraryThatMayBeWrittenIsSaidToBeSo)
+{
+    ASSERT_EQ(importAll().status, 0);
+    allow(0500, 0600);
+    const QString complaint = complaintOfList();
+    EXPECT_TRUE(complaint.contains(m_program.libraryPath() + u" or its folder is read-only"))
+        << complaint.toStdString();
+}
+
+TEST_F(ReadOnlyFolder, WithoutALibraryIsSaidToHoldNone)
+{
+    ASSERT_TRUE(QDir().mkpath(m_program.dataFolder()));
+    allow(0500, 0600);
+    const QString complaint = complaintOfList();
+    EXPECT_TRUE(complaint.contains(u"The library database could not be opened.")) << complaint.toStdString();
+}
+
 TEST_F(BadLibrary, SaysThatTheLibraryIsNotADatabase)
 {
     QDir().mkpath(m_program.dataFolder());
@@ -84,15 +135,23 @@ protected:
     sqlite3 *m_database = nullptr;
 };
 
-TEST_F(SharedLibrary, OfANewerVersionIsRefusedAndKeepsItsPapers)
+TEST_F(SharedLibrary, OfANewerVersionIsRefusedAndKeepsItsVersionAndRows)
 {
     execute("PRAGMA user_version = 10");
+    const auto rows = [this] {
+        return RawDatabase(m_program.libraryPath())
+            .texts("SELECT id || title || filepath || content_hash FROM papers "
+                   "UNION ALL SELECT paper_id || page_num || content FROM fts_papers "
+                   "UNION ALL SELECT paper_id || tag FROM tags");
+    };
+    const QStringList before = rows();
+    ASSERT_GE(before.size(), 2) << "a paper and its page";
     const ProgramRun listed = m_program.run({QStringLiteral("list")});
     EXPECT_EQ(listed.status, 1);
     EXPECT_TRUE(listed.err.contains(u"newer version")) << listed.err.toStdString();
     EXPECT_TRUE(listed.err.contains(m_program.libraryPath()));
-    execute("PRAGMA user_version = 9");
-    EXPECT_EQ(idsByTitle().size(), 1);
+    EXPECT_EQ(RawDatabase(m_program.libraryPath()).text("PRAGMA user_version"), u"10");
+    EXPECT_EQ(rows(), before);
 }
 
 TEST_F(SharedLibrary, LockedByAnotherProgramIsSaidSo)

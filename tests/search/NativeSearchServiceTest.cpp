@@ -1,4 +1,5 @@
 #include "search/NativeSearchService.h"
+#include "support/Gate.h"
 #include "support/TestLibrary.h"
 
 #include <QThreadPool>
@@ -177,7 +178,54 @@ TEST_F(Search, RefusesAMegabyteOfWordsInsteadOfHanging)
     const std::string log = ::testing::internal::GetCapturedStdout();
     EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 2);
     EXPECT_NE(log.find("the query is too long"), std::string::npos);
-    EXPECT_EQ(found(QStringLiteral("graph ").repeated(500)).size(), 1);
+}
+
+TEST_F(Search, TakesSixtyFourWordsAndNotOneMore)
+{
+    library.addPage(QStringLiteral("a"), 1, "graph theory");
+    const QStringList accepted{
+        QStringLiteral("graph ").repeated(64), QStringLiteral("graph-theory ").repeated(32),
+        QStringLiteral("\"graph theory\" ") + QStringLiteral("graph OR ").repeated(30) + u"graph graph"};
+    for (const QString &query : accepted) {
+        EXPECT_EQ(found(query).size(), 1) << query.toStdString();
+        EXPECT_EQ(foundInA(query).size(), 1) << query.toStdString();
+        ::testing::internal::CaptureStdout();
+        const QString longer = query + u" graph";
+        EXPECT_TRUE(found(longer).isEmpty());
+        EXPECT_TRUE(foundInA(longer).isEmpty());
+        const std::string log = ::testing::internal::GetCapturedStdout();
+        EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 2) << log;
+        EXPECT_NE(log.find("the query is too long"), std::string::npos) << log;
+    }
+}
+
+TEST_F(Search, OvertakesWhatAServiceOfTheBackgroundHasQueued)
+{
+    library.addPage(QStringLiteral("a"), 1, "graph");
+    NativeLibraryService background(library.db, library.publisher, library.bookmarkEvents,
+                                    Urgency::Background);
+    Gate gate(library.db);
+    library.statements.clear();
+    const auto lookUp = background.paperByContentHash(QStringLiteral("digest"));
+    auto move = background.updateFilepath(QStringLiteral("a"), QStringLiteral("/new.pdf"));
+    auto readBack = background.paperById(QStringLiteral("a"));
+    const auto hits = search.search(QStringLiteral("graph"));
+    gate.open();
+    ASSERT_EQ(readBack.result()->value().filepath, u"/new.pdf");
+    ASSERT_EQ(hits.result()->size(), 1);
+
+    const QStringList ran = library.statements.all();
+    const auto position = [&ran](const QString &head) {
+        const auto isIt = [&head](const QString &sql) {
+            return sql.startsWith(head);
+        };
+        return std::find_if(ran.begin(), ran.end(), isIt) - ran.begin();
+    };
+    EXPECT_EQ(position(QStringLiteral("    SELECT paper_id, page_num")), 0);
+    EXPECT_LT(position(QStringLiteral("SELECT * FROM papers WHERE id IN")),
+              position(QStringLiteral("SELECT * FROM papers WHERE content_hash")));
+    EXPECT_LT(position(QStringLiteral("SELECT * FROM papers WHERE content_hash")),
+              position(QStringLiteral("UPDATE papers SET filepath")));
 }
 
 TEST_F(Search, InOnePaperAnswersItsFirstHundredPagesInOrder)

@@ -37,6 +37,7 @@ TEST(DatabaseFailure, NamesAFileThatCannotBeOpened)
     EXPECT_EQ(error.description, u"The library database could not be opened.");
     EXPECT_TRUE(error.reason.contains(path));
     EXPECT_EQ(database.query(QStringLiteral("SELECT 1")).error(), error);
+    EXPECT_EQ(database.queryWithin(1s, QStringLiteral("SELECT 1")).error(), error);
     EXPECT_EQ(failureOf(database.insertChunks(QStringLiteral("a"), {{}})), error);
     EXPECT_EQ(failureOf(database.replaceTags(QStringLiteral("a"), {})), error);
     EXPECT_EQ(failureOf(database.renameTag(QStringLiteral("a"), QStringLiteral("b"))), error);
@@ -78,13 +79,14 @@ TEST(DatabaseFailure, LeavesAFileThatIsNoDatabaseAsItIs)
 TEST(DatabaseFailure, RefusesAFileOfANewerVersion)
 {
     const TemporaryFolder folder;
-    const QString path = folder.path(kName);
+    ASSERT_TRUE(QDir().mkpath(folder.path(QStringLiteral("50%2 of %1, %3"))));
+    const QString path = folder.path(QStringLiteral("50%2 of %1, %3/library.db"));
     RawDatabase(path).run("PRAGMA user_version = 10");
     Database database(path);
     const Error error = failureOf(database.verifyUsable());
     EXPECT_EQ(error.domain, u"DatabaseManager");
     EXPECT_EQ(error.code, Database::kNewerVersion);
-    EXPECT_TRUE(error.reason.contains(path)) << error.reason.toStdString();
+    EXPECT_EQ(error.reason, QString(path + u" has version 10, known is 9"));
 }
 
 TEST(DatabaseFailure, FindsNothingWrongWithANewLibrary)

@@ -1,38 +1,15 @@
 #include "store/DatabaseManager.h"
+#include "support/Gate.h"
 #include "support/Printing.h"
 #include "support/TemporaryFolder.h"
 
 #include <QThread>
-#include <future>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace
 {
 const QString kName = QStringLiteral("library.db");
-
-/// Keeps the database thread inside an operation until it is opened.
-class Gate
-{
-public:
-    explicit Gate(DatabaseManager &db)
-    {
-        std::promise<void> entered;
-        // Its own share of what is waited for: the gate may be gone when the wait begins.
-        m_passed =
-            db.perform(Urgency::Background, [&entered, opened = m_opened.get_future().share()](Database &) {
-                entered.set_value();
-                opened.wait();
-                return Result<void>();
-            });
-        entered.get_future().wait();
-    }
-    void open() { m_opened.set_value(); }
-
-private:
-    std::promise<void> m_opened;
-    QFuture<Result<void>> m_passed;
-};
 
 /// An operation that notes its name.
 auto noting(QStringList &notes, const QString &name)

@@ -130,6 +130,19 @@ TEST_F(DatabaseTags, OfAPaperAreReplacedTrimmedAndEachOnce)
               (QStringList{QStringLiteral("a:One"), QStringLiteral("a:Two"), QStringLiteral("b:Old")}));
 }
 
+TEST_F(DatabaseTags, LoseEverySpaceSeparatorAroundTheirNamesAndNoneWithin)
+{
+    const QString padded = QStringLiteral("\u00A0\u2003\t To\u00A0read \u202F\u3000");
+    const QStringList trimmed{QStringLiteral("To\u00A0read")};
+    ASSERT_TRUE(library.db.replaceTags(QStringLiteral("a"), {padded}).result());
+    EXPECT_EQ(*library.service.allTagNames().result(), trimmed);
+    ASSERT_TRUE(library.db.renameTag(trimmed.first(), QStringLiteral("Other")).result());
+    ASSERT_TRUE(library.db.renameTag(QStringLiteral("Other"), padded).result());
+    EXPECT_EQ(*library.service.allTagNames().result(), trimmed);
+    ASSERT_TRUE(library.service.createTag(padded).result());
+    EXPECT_EQ(*library.service.allTagNames().result(), trimmed);
+}
+
 TEST_F(DatabaseTags, WrittenBeforeAFailureOfReplacingStay)
 {
     tag("a", "Old");

@@ -2,6 +2,7 @@
 #include "support/Printing.h"
 #include "support/TemporaryFolder.h"
 
+#include <chrono>
 #include <sqlite3.h>
 
 namespace
@@ -156,4 +157,23 @@ TEST_F(DatabaseStatements, AreUndoneWhenATransactionFails)
     EXPECT_EQ(failed.error().description, u"no such table: nowhere");
     EXPECT_TRUE(database.query(QStringLiteral("SELECT * FROM tag_definitions"))->isEmpty());
     EXPECT_TRUE(database.execute(QStringLiteral("BEGIN TRANSACTION"))) << "no transaction is left open";
+}
+
+TEST_F(DatabaseStatements, ThatExceedTheirTimeAreEndedAndNoOthers)
+{
+    using namespace std::chrono_literals;
+    const QString endless = QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n) "
+                                           "SELECT count(*) AS v FROM n");
+    const auto ended = database.queryWithin(0ms, endless);
+    ASSERT_FALSE(ended);
+    EXPECT_EQ(ended.error().code, SQLITE_INTERRUPT);
+    EXPECT_EQ(ended.error().description, u"interrupted");
+
+    const QString counted =
+        QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < ?) "
+                       "SELECT count(*) AS v FROM n");
+    EXPECT_EQ(firstRow(counted, {qint64(10'000)}).integer(kValue), 10'000) << "the limit went with its query";
+    const auto within = database.queryWithin(24h, counted, {qint64(10'000)});
+    ASSERT_TRUE(within);
+    EXPECT_EQ(within->first().integer(kValue), 10'000);
 }
