@@ -4,10 +4,10 @@
 #include "engine/Guarded.h"
 #include "engine/PageFailure.h"
 #include "engine/PageText.h"
+#include "engine/PageTree.h"
 #include "engine/Thumbnail.h"
 #include "pdf/protocol/Limits.h"
 
-#include <algorithm>
 #include <array>
 #include <string_view>
 #include <unistd.h>
@@ -122,15 +122,11 @@ Reply Document::described()
     fz_context *context = m_context.get();
     pdf_document *document = m_document.get();
     int pageCount = 0;
-    const std::optional<CallFailure> failure =
-        guarded(context, [&] { pageCount = pdf_count_pages(context, document); });
-    if (failure)
+    if (const std::optional<CallFailure> failure = countPages(context, document, pageCount))
         return openingFailure(Failure::Damaged, failure->message);
-    if (pageCount == 0 && pdf_was_repaired(context, document))
-        return openingFailure(Failure::Damaged, "no page of it can be found");
     OpenedReply reply;
     reply.version = kProtocolVersion;
-    reply.pageCount = static_cast<std::uint32_t>(std::max(pageCount, 0));
+    reply.pageCount = static_cast<std::uint32_t>(pageCount);
     reply.title = attribute(context, document, PDF_NAME(Title));
     reply.author = attribute(context, document, PDF_NAME(Author));
     return reply;
