@@ -42,6 +42,11 @@ bool isOutside(const fz_stext_char *c, fz_rect box)
     return bounds.x1 < box.x0 || bounds.x0 > box.x1 || bounds.y1 < box.y0 || bounds.y0 > box.y1;
 }
 
+bool isControl(int character)
+{
+    return character < 0x20 || (character >= 0x7f && character < 0xa0);
+}
+
 /// Hides the characters that nobody sees, and makes control characters blanks. They stay in the line, which
 /// holds their fonts. MuPDF can leave out what is off the page by itself, but asks for the outline of every
 /// character to do so.
@@ -51,7 +56,7 @@ void clean(fz_stext_line *line, fz_rect box)
     for (fz_stext_char *c = line->first_char; c; c = c->next) {
         if (!isInside && isOutside(c, box))
             c->c = kHiddenCharacter;
-        else if (c->c < ' ' && c->c != kHiddenCharacter)
+        else if (isControl(c->c) && c->c != kHiddenCharacter)
             c->c = ' ';
     }
 }
@@ -71,11 +76,27 @@ void appendLine(std::string &text, const fz_stext_line *line)
         text += '\n';
 }
 
-/// Cuts a text that is too long where a line ends.
+// The longest word for whose sake text is cut earlier; what is longer is no word of any language.
+constexpr std::size_t kMaxWordBytes = 4096;
+
+bool isInsideCharacter(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xc0) == 0x80;
+}
+
+/// Cuts a text that is too long behind a line or a word, or inside one that is too long for that.
 void cutToLimit(std::string &text)
 {
-    if (text.size() > kMaxPageTextBytes)
-        text.resize(text.rfind('\n', kMaxPageTextBytes - 1) + 1);
+    if (text.size() <= kMaxPageTextBytes)
+        return;
+    std::size_t end = text.find_last_of(" \n", kMaxPageTextBytes - 1);
+    if (end == std::string::npos || end < kMaxPageTextBytes - kMaxWordBytes) {
+        end = kMaxPageTextBytes - 1;
+        while (isInsideCharacter(text[end]))
+            --end;
+    }
+    text.resize(end);
+    text += '\n';
 }
 
 std::string textOfLines(const fz_stext_page *page)

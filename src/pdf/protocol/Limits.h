@@ -11,8 +11,8 @@ inline constexpr std::uint32_t kProtocolVersion = 1;
 /// Of one request without its header. The largest has three numbers; room is left for a password.
 inline constexpr std::uint32_t kMaxRequestBytes = 4096;
 
-/// Of one page's text. A page set solid in 4-point type holds about 100 KiB; chosen, not measured.
-inline constexpr std::uint32_t kMaxPageTextBytes = 4 << 20;
+/// Of one page's text. Chosen: ten times what a page set solid in 4-point type holds.
+inline constexpr std::uint32_t kMaxPageTextBytes = 1 << 20;
 
 /// Of the title and of the author; UTF-8 needs at most four bytes for each character.
 inline constexpr std::uint32_t kMaxAttributeCharacters = 1000;
