@@ -6,6 +6,7 @@
 #include "engine/NamedLigatures.h"
 #include "engine/PageFailure.h"
 #include "engine/TextClusters.h"
+#include "pdf/protocol/CleanText.h"
 #include "pdf/protocol/Limits.h"
 #include "pdf/protocol/Utf8.h"
 
@@ -42,11 +43,6 @@ bool isOutside(const fz_stext_char *c, fz_rect box)
     return bounds.x1 < box.x0 || bounds.x0 > box.x1 || bounds.y1 < box.y0 || bounds.y0 > box.y1;
 }
 
-bool isControl(int character)
-{
-    return character < 0x20 || (character >= 0x7f && character < 0xa0);
-}
-
 /// Hides the characters that nobody sees, and makes control characters blanks. They stay in the line, which
 /// holds their fonts. MuPDF can leave out what is off the page by itself, but asks for the outline of every
 /// character to do so.
@@ -56,7 +52,7 @@ void clean(fz_stext_line *line, fz_rect box)
     for (fz_stext_char *c = line->first_char; c; c = c->next) {
         if (!isInside && isOutside(c, box))
             c->c = kHiddenCharacter;
-        else if (isControl(c->c) && c->c != kHiddenCharacter)
+        else if (isControl(static_cast<char32_t>(c->c)) && c->c != kHiddenCharacter)
             c->c = ' ';
     }
 }

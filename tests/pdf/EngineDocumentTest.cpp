@@ -9,6 +9,8 @@
 
 #include <QDir>
 #include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <thread>
 
@@ -183,7 +185,7 @@ TEST(EngineDocument, BrokenRepliesEndTheEngine)
     const std::uint32_t opened = std::uint32_t(MessageKind::Opened);
     EXPECT_EQ(codeForReply("this is no message of the protocol"), PDFErrorCode::EngineFailed);
     EXPECT_EQ(codeForReply(numbers({0xffffffff, opened, 1})), PDFErrorCode::EngineFailed);
-    EXPECT_EQ(codeForReply(numbers({kMaxReplyBytes + 1, opened, 1})), PDFErrorCode::EngineFailed);
+    EXPECT_EQ(codeForReply(numbers({kMaxOpenedReplyBytes + 1, opened, 1})), PDFErrorCode::EngineFailed);
     EXPECT_EQ(codeForReply(numbers({4, opened, 1, 1})), PDFErrorCode::EngineFailed);
     EXPECT_EQ(codeForReply(numbers({16, opened, 1, kProtocolVersion, 0xffffffff, 0, 0})),
               PDFErrorCode::EngineFailed);
@@ -200,6 +202,23 @@ TEST(EngineDocument, RefusesRepliesToAnotherRequestOrOfAnotherKind)
 TEST(EngineDocument, RefusesAnotherVersion)
 {
     EXPECT_EQ(codeForReply(FakeEngine::opened(1, kProtocolVersion + 1)), PDFErrorCode::EngineFailed);
+}
+
+TEST(EngineDocument, RefusesAttributesThatAreNotClean)
+{
+    EXPECT_EQ(codeForReply(FakeEngine::reply(1, OpenedReply{kProtocolVersion, 1, "\x1b[2J", std::nullopt})),
+              PDFErrorCode::EngineFailed);
+    EXPECT_EQ(codeForReply(FakeEngine::reply(1, OpenedReply{kProtocolVersion, 1, std::nullopt, " author"})),
+              PDFErrorCode::EngineFailed);
+}
+
+TEST(EngineDocument, RefusesAReplyLargerThanAnySoundOne)
+{
+    const FakeEngine engine(
+        {FakeEngine::opened(), numbers({kMaxTextReplyBytes + 1, std::uint32_t(MessageKind::Text), 2})});
+    const OpenResult document = oneWord().open(engine.program(), {.pageText = 1h});
+    ASSERT_TRUE(document);
+    EXPECT_EQ(codeOf((*document)->pageText(0).error()), PDFErrorCode::EngineFailed);
 }
 
 TEST(EngineDocument, RefusesAPictureLargerThanAsked)
@@ -246,15 +265,25 @@ TEST(EngineDocument, RestartLeavesAnEngineAloneThatIsWell)
 
 TEST(EngineDocument, AStopThatFiresMeanwhileEndsTheEngine)
 {
-    const FakeEngine engine({FakeEngine::opened()});
-    const OpenResult document = oneWord().open(engine.program());
+    const TemporaryFolder folder;
+    const QByteArray pipe = QFile::encodeName(folder.path(QStringLiteral("pipe")));
+    ASSERT_EQ(mkfifo(pipe.constData(), 0600), 0);
+    const QByteArray requests = QByteArray::number(
+        qsizetype(encoded(1, Request(OpenRequest{})).size() + encoded(2, Request(PageTextRequest{})).size()));
+    const FakeEngine engine({FakeEngine::opened()},
+                            "head -c " + requests + " <&3 >/dev/null\n: >'" + pipe + "'\nexec sleep 1000");
+    const OpenResult document = oneWord().open(engine.program(), {.open = 1h, .pageText = 1h});
     ASSERT_TRUE(document);
     std::stop_source source;
-    std::thread stopper([&] { source.request_stop(); });
+    std::thread stopper([&] {
+        close(open(pipe.constData(), O_RDONLY | O_CLOEXEC)); // waits until the engine has both requests
+        source.request_stop();
+    });
     const Result<QByteArray> text = (*document)->pageText(0, source.get_token());
     stopper.join();
     ASSERT_FALSE(text);
     EXPECT_TRUE(isCancelled(text.error()));
+    EXPECT_FALSE(hasChildren());
 }
 
 TEST(EngineDocument, AStopThatFiredBeforeStartsNothing)
