@@ -1,84 +1,18 @@
-#include "pdf/EngineDocument.h"
-
+#include "EngineSample.h"
 #include "FakeEngine.h"
-#include "pdf/protocol/Writer.h"
-#include "platform/InputFile.h"
-#include "support/PdfBuilder.h"
-#include "support/Printing.h"
-#include "support/TemporaryFolder.h"
 
 #include <QDir>
-#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <thread>
 
 namespace
 {
 using namespace std::chrono_literals;
 
-using OpenResult = Result<std::unique_ptr<PDFDocument>>;
-
-/// A PDF on disk and the means to open it.
-class Sample
-{
-public:
-    explicit Sample(const QByteArray &bytes)
-        : m_file(InputFile::open(m_folder.write(QStringLiteral("sample.pdf"), bytes)))
-    {
-    }
-
-    OpenResult open(const QString &program = QStringLiteral(QUIREVAULT_ENGINE_PROGRAM),
-                    const EngineDeadlines &deadlines = {}, std::stop_token stop = {}) const
-    {
-        return engineOpener({program, deadlines})(*m_file, stop);
-    }
-
-private:
-    TemporaryFolder m_folder;
-    Result<InputFile> m_file;
-};
-
-Sample oneWord()
-{
-    return Sample(PdfBuilder().title("A title").page({QStringLiteral("Word")}).build());
-}
-
-PDFErrorCode codeOf(const Error &error)
-{
-    EXPECT_EQ(error.domain, QStringLiteral("PDFDocument"));
-    EXPECT_FALSE(error.description.isEmpty());
-    return PDFErrorCode(error.code);
-}
-
-bool hasChildren()
-{
-    return waitpid(-1, nullptr, WNOHANG) >= 0 || errno != ECHILD;
-}
-
 qsizetype openDescriptors()
 {
     return QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::Files | QDir::System).size();
-}
-
-/// The code with which opening fails when the engine sends `bytes` and waits.
-PDFErrorCode codeForReply(const QByteArray &bytes)
-{
-    const FakeEngine engine({bytes});
-    const OpenResult result = oneWord().open(engine.program());
-    EXPECT_FALSE(result);
-    EXPECT_FALSE(hasChildren());
-    return codeOf(result.error());
-}
-
-QByteArray numbers(std::initializer_list<std::uint32_t> values)
-{
-    Writer out;
-    for (std::uint32_t value : values)
-        out.number(value);
-    const std::vector<std::uint8_t> bytes = out.take();
-    return {reinterpret_cast<const char *>(bytes.data()), qsizetype(bytes.size())};
 }
 } // namespace
 
@@ -178,56 +112,6 @@ TEST(EngineDocument, HalfAReplyHangsToo)
     const OpenResult document = oneWord().open(engine.program(), {.pageText = 1ms});
     ASSERT_TRUE(document);
     EXPECT_EQ(codeOf((*document)->pageText(0).error()), PDFErrorCode::DeadlineExceeded);
-}
-
-TEST(EngineDocument, BrokenRepliesEndTheEngine)
-{
-    const std::uint32_t opened = std::uint32_t(MessageKind::Opened);
-    EXPECT_EQ(codeForReply("this is no message of the protocol"), PDFErrorCode::EngineFailed);
-    EXPECT_EQ(codeForReply(numbers({0xffffffff, opened, 1})), PDFErrorCode::EngineFailed);
-    EXPECT_EQ(codeForReply(numbers({kMaxOpenedReplyBytes + 1, opened, 1})), PDFErrorCode::EngineFailed);
-    EXPECT_EQ(codeForReply(numbers({4, opened, 1, 1})), PDFErrorCode::EngineFailed);
-    EXPECT_EQ(codeForReply(numbers({16, opened, 1, kProtocolVersion, 0xffffffff, 0, 0})),
-              PDFErrorCode::EngineFailed);
-    EXPECT_EQ(codeForReply(numbers({0, 0x777, 1})), PDFErrorCode::EngineFailed);
-}
-
-TEST(EngineDocument, RefusesRepliesToAnotherRequestOrOfAnotherKind)
-{
-    EXPECT_EQ(codeForReply(FakeEngine::reply(2, OpenedReply{kProtocolVersion, 1, {}, {}})),
-              PDFErrorCode::EngineFailed);
-    EXPECT_EQ(codeForReply(FakeEngine::reply(1, TextReply{"words"})), PDFErrorCode::EngineFailed);
-}
-
-TEST(EngineDocument, RefusesAnotherVersion)
-{
-    EXPECT_EQ(codeForReply(FakeEngine::opened(1, kProtocolVersion + 1)), PDFErrorCode::EngineFailed);
-}
-
-TEST(EngineDocument, RefusesAttributesThatAreNotClean)
-{
-    EXPECT_EQ(codeForReply(FakeEngine::reply(1, OpenedReply{kProtocolVersion, 1, "\x1b[2J", std::nullopt})),
-              PDFErrorCode::EngineFailed);
-    EXPECT_EQ(codeForReply(FakeEngine::reply(1, OpenedReply{kProtocolVersion, 1, std::nullopt, " author"})),
-              PDFErrorCode::EngineFailed);
-}
-
-TEST(EngineDocument, RefusesAReplyLargerThanAnySoundOne)
-{
-    const FakeEngine engine(
-        {FakeEngine::opened(), numbers({kMaxTextReplyBytes + 1, std::uint32_t(MessageKind::Text), 2})});
-    const OpenResult document = oneWord().open(engine.program(), {.pageText = 1h});
-    ASSERT_TRUE(document);
-    EXPECT_EQ(codeOf((*document)->pageText(0).error()), PDFErrorCode::EngineFailed);
-}
-
-TEST(EngineDocument, RefusesAPictureLargerThanAsked)
-{
-    const PictureReply picture = {20, 10, std::vector<std::uint8_t>(20 * 10 * kBytesPerPixel)};
-    const FakeEngine engine({FakeEngine::opened(), FakeEngine::reply(2, picture)});
-    const OpenResult document = oneWord().open(engine.program());
-    ASSERT_TRUE(document);
-    EXPECT_EQ(codeOf((*document)->thumbnail(0, 19, 10).error()), PDFErrorCode::EngineFailed);
 }
 
 TEST(EngineDocument, ALostEngineStaysLostUntilRestarted)
