@@ -1,5 +1,6 @@
 #include "engine/AttributeText.h"
 
+#include "pdf/protocol/CleanText.h"
 #include "pdf/protocol/Limits.h"
 #include "pdf/protocol/Utf8.h"
 
@@ -53,14 +54,7 @@ std::u32string fromUtf16(std::string_view bytes, bool bigEndian)
 
 std::u32string fromUtf8(std::string_view bytes)
 {
-    const std::string valid = repairedUtf8(bytes);
-    std::u32string out;
-    for (std::size_t i = 0; i < valid.size();) {
-        int rune = 0;
-        i += static_cast<std::size_t>(fz_chartorune(&rune, valid.c_str() + i));
-        out.push_back(static_cast<char32_t>(rune));
-    }
-    return out;
+    return decodedUtf8(repairedUtf8(bytes));
 }
 
 std::u32string decoded(std::string_view bytes)
@@ -83,21 +77,6 @@ void removeLanguageCodes(std::u32string &text)
         const bool isCode = last != std::u32string::npos && last - first - 1 <= kLongestCode;
         text.erase(first, isCode ? last - first + 1 : 1);
     }
-}
-
-bool isBreakOrTab(char32_t c)
-{
-    return (c >= 0x09 && c <= 0x0d) || c == 0x85 || c == 0x2028 || c == 0x2029;
-}
-
-bool isControl(char32_t c)
-{
-    return c < 0x20 || (c >= 0x7f && c < 0xa0);
-}
-
-bool isBlank(char32_t c)
-{
-    return c == 0x20 || c == 0xa0 || c == 0x3000 || (c >= 0x2000 && c <= 0x200a);
 }
 
 std::u32string cleaned(const std::u32string &text)

@@ -1,5 +1,6 @@
 #include "engine/Confinement.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <initializer_list>
@@ -31,9 +32,15 @@ Problem problem(const char *what, int error)
     return std::string(what) + ": " + strerror(error);
 }
 
+/// Lowers a limit to `value`, or leaves it where whoever started the program set it lower: only a privileged
+/// process could raise that.
 Problem limit(__rlimit_resource resource, rlim_t value, const char *what)
 {
-    const rlimit both = {value, value};
+    rlimit inherited = {};
+    if (getrlimit(resource, &inherited) != 0)
+        return problem(what, errno);
+    const rlim_t lower = std::min(value, inherited.rlim_max);
+    const rlimit both = {lower, lower};
     if (setrlimit(resource, &both) != 0)
         return problem(what, errno);
     return std::nullopt;
@@ -74,8 +81,15 @@ public:
     PermittedCalls()
         : m_filter(seccomp_init(SCMP_ACT_ERRNO(EPERM)))
     {
+        if (!m_filter) {
+            note(-ENOMEM);
+            return;
+        }
         // Threads that are already there obey too.
-        note(m_filter ? seccomp_attr_set(m_filter.get(), SCMP_FLTATR_CTL_TSYNC, 1) : -ENOMEM);
+        note(seccomp_attr_set(m_filter.get(), SCMP_FLTATR_CTL_TSYNC, 1));
+        // Calls by the numbers of another architecture (32-bit ones, say) fail like the rest, and do not
+        // kill.
+        note(seccomp_attr_set(m_filter.get(), SCMP_FLTATR_ACT_BADARCH, SCMP_ACT_ERRNO(EPERM)));
     }
 
     void permit(std::initializer_list<int> calls)
@@ -127,13 +141,13 @@ Problem restrictSystemCalls()
     calls.permit({SCMP_SYS(exit), SCMP_SYS(exit_group), SCMP_SYS(futex), SCMP_SYS(brk), SCMP_SYS(munmap),
                   SCMP_SYS(mremap), SCMP_SYS(madvise), SCMP_SYS(clock_gettime), SCMP_SYS(gettimeofday),
                   SCMP_SYS(getpid), SCMP_SYS(gettid), SCMP_SYS(rt_sigreturn), SCMP_SYS(rt_sigprocmask),
-                  SCMP_SYS(sigaltstack), SCMP_SYS(sched_yield), SCMP_SYS(restart_syscall), SCMP_SYS(poll)});
+                  SCMP_SYS(sigaltstack), SCMP_SYS(sched_yield), SCMP_SYS(restart_syscall), SCMP_SYS(poll),
+                  SCMP_SYS(ppoll)});
     calls.permitIf(SCMP_SYS(mmap), withoutBits(2, PROT_EXEC));
     calls.permitIf(SCMP_SYS(mprotect), withoutBits(2, PROT_EXEC));
     calls.permitIf(SCMP_SYS(recvfrom), argumentIs(0, kSocketDescriptor));
     calls.permitIf(SCMP_SYS(sendto), argumentIs(0, kSocketDescriptor));
     calls.permitIf(SCMP_SYS(pread64), argumentIs(0, kDocumentDescriptor));
-    calls.permitIf(SCMP_SYS(newfstatat), argumentIs(0, kDocumentDescriptor));
     calls.permitIf(SCMP_SYS(write), argumentIs(0, STDERR_FILENO)); // last words of the C library
     // abort() signals its own process, and nobody else may be signalled.
     calls.permitIf(SCMP_SYS(tgkill), argumentIs(0, static_cast<std::uint64_t>(getpid())));

@@ -1,14 +1,13 @@
 #include "engine/Document.h"
 
 #include "engine/AttributeText.h"
-#include "engine/FileStream.h"
 #include "engine/Guarded.h"
 #include "engine/PageFailure.h"
 #include "engine/PageText.h"
+#include "engine/PageTree.h"
 #include "engine/Thumbnail.h"
 #include "pdf/protocol/Limits.h"
 
-#include <algorithm>
 #include <array>
 #include <string_view>
 #include <unistd.h>
@@ -66,7 +65,7 @@ std::optional<std::string> attribute(fz_context *context, pdf_document *document
 void ignoreMessage(void *, const char *) {}
 } // namespace
 
-std::unique_ptr<Document> Document::create(int descriptor)
+std::unique_ptr<Document> Document::create(DocumentFile file)
 {
     ContextHandle context(fz_new_context(nullptr, nullptr, kStoreBytes));
     if (!context)
@@ -74,12 +73,12 @@ std::unique_ptr<Document> Document::create(int descriptor)
     // A document can cause millions of messages. The error of a failed call travels with its reply instead.
     fz_set_warning_callback(context.get(), ignoreMessage, nullptr);
     fz_set_error_callback(context.get(), ignoreMessage, nullptr);
-    return std::unique_ptr<Document>(new Document(std::move(context), descriptor));
+    return std::unique_ptr<Document>(new Document(std::move(context), file));
 }
 
-Document::Document(ContextHandle context, int descriptor)
+Document::Document(ContextHandle context, DocumentFile file)
     : m_context(std::move(context))
-    , m_descriptor(descriptor)
+    , m_file(file)
     , m_document(nullptr, {m_context.get()})
     , m_ligatures(m_context.get())
 {
@@ -87,9 +86,9 @@ Document::Document(ContextHandle context, int descriptor)
 
 FailedReply Document::openingFailure(Failure failure, const std::string &reason) const
 {
-    if (isEmptyFile(m_descriptor))
+    if (isEmptyFile(m_file.descriptor))
         return {Failure::NotAPDF, "the file is empty"};
-    if (!hasPdfHeader(m_descriptor))
+    if (!hasPdfHeader(m_file.descriptor))
         return {Failure::NotAPDF, "it has no PDF header"};
     return {failure, reason};
 }
@@ -101,7 +100,7 @@ Reply Document::open()
     pdf_document *document = nullptr;
     bool isLocked = false;
     const std::optional<CallFailure> failure = guarded(context, [&] {
-        stream = newFileStream(context, m_descriptor);
+        stream = newFileStream(context, m_file);
         document = pdf_open_document_with_stream(context, stream);
         // Before anything else: a locked document reports garbage and no pages. This also tries the empty
         // password, with which many encrypted files open.
@@ -123,15 +122,11 @@ Reply Document::described()
     fz_context *context = m_context.get();
     pdf_document *document = m_document.get();
     int pageCount = 0;
-    const std::optional<CallFailure> failure =
-        guarded(context, [&] { pageCount = pdf_count_pages(context, document); });
-    if (failure)
+    if (const std::optional<CallFailure> failure = countPages(context, document, pageCount))
         return openingFailure(Failure::Damaged, failure->message);
-    if (pageCount == 0 && pdf_was_repaired(context, document))
-        return openingFailure(Failure::Damaged, "no page of it can be found");
     OpenedReply reply;
     reply.version = kProtocolVersion;
-    reply.pageCount = static_cast<std::uint32_t>(std::max(pageCount, 0));
+    reply.pageCount = static_cast<std::uint32_t>(pageCount);
     reply.title = attribute(context, document, PDF_NAME(Title));
     reply.author = attribute(context, document, PDF_NAME(Author));
     return reply;

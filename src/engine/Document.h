@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/FileStream.h"
 #include "engine/Handles.h"
 #include "engine/NamedLigatures.h"
 #include "pdf/protocol/Messages.h"
@@ -11,7 +12,7 @@ class Document
 {
 public:
     /// A document in an open file; nothing when there is no memory for even the beginning of one.
-    static std::unique_ptr<Document> create(int descriptor);
+    static std::unique_ptr<Document> create(DocumentFile file);
 
     /// Reads the document's structure: `OpenedReply`, or why it cannot be read. Call once, before the rest.
     Reply open();
@@ -19,7 +20,7 @@ public:
     Reply thumbnail(const ThumbnailRequest &request);
 
 private:
-    Document(ContextHandle context, int descriptor);
+    Document(ContextHandle context, DocumentFile file);
 
     FailedReply openingFailure(Failure failure, const std::string &reason) const;
     Reply described();
@@ -27,7 +28,7 @@ private:
     PageHandle load(std::uint32_t index, FailedReply &failure);
 
     ContextHandle m_context; // outlives what was made with it
-    int m_descriptor;
+    DocumentFile m_file;
     DocumentHandle m_document;
     NamedLigatures m_ligatures;
 };

@@ -65,14 +65,19 @@ void dropState(fz_context *context, void *state)
 }
 } // namespace
 
-fz_stream *newFileStream(fz_context *context, int descriptor)
+std::optional<DocumentFile> examined(int descriptor)
 {
     struct stat status = {};
     if (fstat(descriptor, &status) != 0)
-        fz_throw(context, FZ_ERROR_GENERIC, "the file cannot be examined: %s", strerror(errno));
+        return std::nullopt;
+    return DocumentFile{descriptor, status.st_size};
+}
+
+fz_stream *newFileStream(fz_context *context, DocumentFile file)
+{
     FileState *state = static_cast<FileState *>(fz_malloc(context, sizeof(FileState)));
-    state->descriptor = descriptor;
-    state->fileBytes = status.st_size;
+    state->descriptor = file.descriptor;
+    state->fileBytes = file.bytes;
     // On failure this frees the state by itself.
     fz_stream *stream = fz_new_stream(context, state, readNext, dropState);
     stream->seek = seekTo;

@@ -113,26 +113,24 @@ void strokeText(fz_context *context, fz_device *device, const fz_text *text, con
     });
 }
 
-void clipText(fz_context *context, fz_device *device, const fz_text *text, fz_matrix place, fz_rect scissor)
-{
-    spell(context, device, text, [&](fz_device *target, const fz_text *spelled) {
-        fz_clip_text(context, target, spelled, place, scissor);
-    });
-}
-
-void clipStrokeText(fz_context *context, fz_device *device, const fz_text *text,
-                    const fz_stroke_state *stroke, fz_matrix place, fz_rect scissor)
-{
-    spell(context, device, text, [&](fz_device *target, const fz_text *spelled) {
-        fz_clip_stroke_text(context, target, spelled, stroke, place, scissor);
-    });
-}
-
 void ignoreText(fz_context *context, fz_device *device, const fz_text *text, fz_matrix place)
 {
     spell(context, device, text, [&](fz_device *target, const fz_text *spelled) {
         fz_ignore_text(context, target, spelled, place);
     });
+}
+
+// Text that clips is handed on as text alone: the end of its clip is not handed on, so that the target would
+// note one clip more for each until the page ends.
+void clipText(fz_context *context, fz_device *device, const fz_text *text, fz_matrix place, fz_rect)
+{
+    ignoreText(context, device, text, place);
+}
+
+void clipStrokeText(fz_context *context, fz_device *device, const fz_text *text, const fz_stroke_state *,
+                    fz_matrix place, fz_rect)
+{
+    ignoreText(context, device, text, place);
 }
 } // namespace
 

@@ -6,6 +6,7 @@
 #include "engine/NamedLigatures.h"
 #include "engine/PageFailure.h"
 #include "engine/TextClusters.h"
+#include "pdf/protocol/CleanText.h"
 #include "pdf/protocol/Limits.h"
 #include "pdf/protocol/Utf8.h"
 
@@ -51,7 +52,7 @@ void clean(fz_stext_line *line, fz_rect box)
     for (fz_stext_char *c = line->first_char; c; c = c->next) {
         if (!isInside && isOutside(c, box))
             c->c = kHiddenCharacter;
-        else if (c->c < ' ' && c->c != kHiddenCharacter)
+        else if (isControl(static_cast<char32_t>(c->c)) && c->c != kHiddenCharacter)
             c->c = ' ';
     }
 }
@@ -71,11 +72,27 @@ void appendLine(std::string &text, const fz_stext_line *line)
         text += '\n';
 }
 
-/// Cuts a text that is too long where a line ends.
+// The longest word for whose sake text is cut earlier; what is longer is no word of any language.
+constexpr std::size_t kMaxWordBytes = 4096;
+
+bool isInsideCharacter(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xc0) == 0x80;
+}
+
+/// Cuts a text that is too long behind a line or a word, or inside one that is too long for that.
 void cutToLimit(std::string &text)
 {
-    if (text.size() > kMaxPageTextBytes)
-        text.resize(text.rfind('\n', kMaxPageTextBytes - 1) + 1);
+    if (text.size() <= kMaxPageTextBytes)
+        return;
+    std::size_t end = text.find_last_of(" \n", kMaxPageTextBytes - 1);
+    if (end == std::string::npos || end < kMaxPageTextBytes - kMaxWordBytes) {
+        end = kMaxPageTextBytes - 1;
+        while (isInsideCharacter(text[end]))
+            --end;
+    }
+    text.resize(end);
+    text += '\n';
 }
 
 std::string textOfLines(const fz_stext_page *page)

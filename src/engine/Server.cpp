@@ -6,6 +6,7 @@
 #include "pdf/protocol/Limits.h"
 
 #include <cerrno>
+#include <cstring>
 #include <malloc.h>
 #include <poll.h>
 #include <pthread.h>
@@ -23,13 +24,18 @@ constexpr char kNothingOpen[] = "no document is open";
 class Server
 {
 public:
+    explicit Server(DocumentFile file)
+        : m_file(file)
+    {
+    }
+
     Reply answer(const OpenRequest &request)
     {
         if (request.version != kProtocolVersion)
             return FailedReply{Failure::Unable, "the engine is of another version than the program"};
         if (m_isOpen)
             return FailedReply{Failure::Unable, "the document is already open"};
-        m_document = Document::create(kDocumentDescriptor);
+        m_document = Document::create(m_file);
         if (!m_document)
             return FailedReply{Failure::Unable, "there is no memory for the engine"};
         Reply reply = m_document->open();
@@ -48,13 +54,14 @@ public:
     }
 
 private:
+    DocumentFile m_file;
     std::unique_ptr<Document> m_document;
     bool m_isOpen = false;
 };
 
-void serve(Channel &channel)
+void serve(Channel &channel, DocumentFile file)
 {
-    Server server;
+    Server server(file);
     while (const std::optional<NumberedRequest> next = channel.receive()) {
         const Reply reply =
             std::visit([&](const auto &request) { return server.answer(request); }, next->request);
@@ -73,10 +80,13 @@ void refuse(Channel &channel, const std::string &why)
 void *runServer(void *)
 {
     Channel channel(kSocketDescriptor);
-    if (const std::optional<std::string> problem = confine())
+    const std::optional<DocumentFile> file = examined(kDocumentDescriptor);
+    if (!file)
+        refuse(channel, std::string("the file cannot be examined: ") + strerror(errno));
+    else if (const std::optional<std::string> problem = confine())
         refuse(channel, "the engine cannot be confined: " + *problem);
     else
-        serve(channel);
+        serve(channel, *file);
     // Straight to the end: tearing down a large document takes time and gains nothing.
     _exit(0);
 }

@@ -59,37 +59,32 @@ QString CoverStore::pathFor(const QString &paperId) const
     return m_folder + u'/' + paperId + u".jpg";
 }
 
-Result<QString> CoverStore::renderCover(PDFDocument &document, const QString &paperId,
-                                        std::stop_token stop) const
+Result<Cover> CoverStore::drawCover(PDFDocument &document, const QString &paperId, std::stop_token stop) const
 {
     if (document.pageCount() == 0)
-        return QStringLiteral("");
-    const QString path = pathFor(paperId);
+        return Cover{QStringLiteral(""), {}};
     const Result<PDFBitmap> picture = document.thumbnail(0, kMaxWidth, kMaxHeight, std::move(stop));
     if (!picture && isCancelled(picture.error()))
         return picture.error();
-    const JpegData jpeg = picture ? encodeJpeg(*picture, kQuality) : JpegData();
-    if (jpeg.isEmpty())
-        return path;
-    if (auto written = write(path, jpeg.view()); !written)
-        return written.error();
-    return path;
+    return Cover{pathFor(paperId), picture ? encodeJpeg(*picture, kQuality) : JpegData()};
 }
 
 // Not synced to disk: that would cost an import more than all its drawing, and a cover lost with the power
 // only shows as the placeholder.
-Result<void> CoverStore::write(const QString &path, QByteArrayView jpeg) const
+Result<void> CoverStore::write(const Cover &cover) const
 {
+    if (cover.jpeg.isEmpty())
+        return {};
     QDir().mkpath(m_folder); // when it fails, so does the write, with the cause
-    const QByteArray target = QFile::encodeName(path);
-    const QByteArray temporary = QFile::encodeName(temporaryNameFor(path));
-    int failure = writeFile(temporary, jpeg);
+    const QByteArray target = QFile::encodeName(cover.path);
+    const QByteArray temporary = QFile::encodeName(temporaryNameFor(cover.path));
+    int failure = writeFile(temporary, cover.jpeg.view());
     if (failure == 0 && ::rename(temporary.constData(), target.constData()) != 0)
         failure = errno;
     if (failure == 0)
         return {};
     ::unlink(temporary.constData());
-    return writeError(path, failure);
+    return writeError(cover.path, failure);
 }
 
 bool CoverStore::hasCover(const QString &paperId) const

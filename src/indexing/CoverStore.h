@@ -1,11 +1,18 @@
 #pragma once
 
 #include "base/Result.h"
+#include "indexing/JpegEncoder.h"
 
 #include <QString>
 #include <stop_token>
 
 class PDFDocument;
+
+/// A cover that is drawn and not yet in the folder.
+struct Cover {
+    QString path;  ///< "" for a document without pages
+    JpegData jpeg; ///< empty when there is nothing to write
+};
 
 /// The folder of cover pictures: a small JPEG of each paper's first page, named by the paper's id. Stateless;
 /// call from any thread, for one paper from one thread at a time.
@@ -21,13 +28,14 @@ public:
     /// `folder` is made, with its parents, when the first cover is written.
     explicit CoverStore(const QString &folder);
 
-    /// Draws the first page and writes it as this paper's cover, in place of an earlier one, whole or not at
-    /// all. Answers the cover's path; "" for a document without pages. A page that cannot be drawn leaves no
-    /// file, and the path is answered all the same.
+    /// Draws the first page as this paper's cover and writes nothing. A page that cannot be drawn has a path
+    /// and no picture. Fails only with `cancelledError`.
+    Result<Cover> drawCover(PDFDocument &document, const QString &paperId, std::stop_token stop = {}) const;
+
+    /// Writes a cover, in place of an earlier one, whole or not at all; nothing when it has no picture.
     ///
-    /// Errors: domain "CoverStore" with errno as code when the file cannot be written; `cancelledError`.
-    Result<QString> renderCover(PDFDocument &document, const QString &paperId,
-                                std::stop_token stop = {}) const;
+    /// Errors: domain "CoverStore" with errno as code when the file cannot be written.
+    Result<void> write(const Cover &cover) const;
 
     bool hasCover(const QString &paperId) const;
     /// Removes the paper's cover if there is one. A cover that stays behind harms nobody.
@@ -35,7 +43,6 @@ public:
 
 private:
     QString pathFor(const QString &paperId) const;
-    Result<void> write(const QString &path, QByteArrayView jpeg) const;
 
     QString m_folder;
 };

@@ -41,37 +41,10 @@ QString paperIdFor(const QString &path)
     return sha256Hex(path.toUtf8()).left(32);
 }
 
-/// Knows whether a run's cover is new and takes such a one back from the folder: when reading fails or the
-/// run is cancelled, when the file changed meanwhile, and when its content turned out to be another paper's.
-/// A cover stays when the transaction fails: it harms nobody, and the next import of the file writes it anew.
-class CoverGuard
-{
-public:
-    CoverGuard(const CoverStore &covers, const QString &paperId)
-        : m_covers(covers)
-        , m_paperId(paperId)
-        , m_isNew(!covers.hasCover(paperId))
-    {
-    }
-    CoverGuard(const CoverGuard &) = delete;
-    CoverGuard &operator=(const CoverGuard &) = delete;
-
-    void takeBack() const
-    {
-        if (m_isNew)
-            m_covers.removeCover(m_paperId);
-    }
-
-private:
-    const CoverStore &m_covers;
-    QString m_paperId;
-    bool m_isNew;
-};
-
 /// What is read of a file.
 struct FileContent {
     PDFAttributes attributes;
-    QString coverPath;
+    Cover cover;
     DocumentContent document;
 };
 
@@ -92,7 +65,7 @@ private:
     Result<Paper> asKnown(const Paper &paper);
     Result<Paper> indexNew(std::optional<QString> contentHash);
     Result<FileContent> readFile(const QString &id);
-    Result<Paper> store(const NewPaper &added, const CoverGuard &cover);
+    Result<Paper> store(const NewPaper &added, const Cover &cover);
     Result<Paper> readBack(const QString &id);
     PaperMetadata metadataFor(const PDFAttributes &attributes, const PaperText &text);
 
@@ -127,12 +100,9 @@ Result<Paper> Run::asKnown(const Paper &paper)
 Result<Paper> Run::indexNew(std::optional<QString> contentHash)
 {
     const QString id = paperIdFor(m_file.path());
-    const CoverGuard cover(m_with.covers, id);
     const Result<FileContent> file = readFile(id);
-    if (!file) {
-        cover.takeBack();
+    if (!file)
         return file.error();
-    }
 
     const PaperText &text = file->document.text;
     const PaperMetadata metadata = metadataFor(file->attributes, text);
@@ -142,11 +112,12 @@ Result<Paper> Run::indexNew(std::optional<QString> contentHash)
         .authors = metadata.authors,
         .year = metadata.year,
         .pageCount = file->document.pageCount,
-        .coverPath = file->coverPath,
+        .coverPath = file->cover.path,
         .filepath = m_file.path(),
         .tags = topicTags(metadata.title, text.firstCharacters(kTopicTextCharacters), metadata.subjects),
     };
-    return store({paper, toStoredTime(m_with.clock.now()), std::move(contentHash), chunksOf(text)}, cover);
+    return store({paper, toStoredTime(m_with.clock.now()), std::move(contentHash), chunksOf(text)},
+                 file->cover);
 }
 
 /// Reads all that is needed of the file. Its engine ends here, before anything else is waited for.
@@ -155,13 +126,13 @@ Result<FileContent> Run::readFile(const QString &id)
     const Result<std::unique_ptr<PDFDocument>> document = m_with.openPDF(m_file, m_stop);
     if (!document)
         return cannotLoad(document.error());
-    const Result<QString> coverPath = m_with.covers.renderCover(**document, id, m_stop);
-    if (!coverPath)
-        return coverPath.error();
+    Result<Cover> cover = m_with.covers.drawCover(**document, id, m_stop);
+    if (!cover)
+        return cover.error();
     Result<DocumentContent> content = readDocument(**document, m_with.clock, m_stop);
     if (!content)
         return cannotLoad(content.error());
-    return FileContent{(*document)->attributes(), *coverPath, *std::move(content)};
+    return FileContent{(*document)->attributes(), *std::move(cover), *std::move(content)};
 }
 
 PaperMetadata Run::metadataFor(const PDFAttributes &attributes, const PaperText &text)
@@ -176,17 +147,19 @@ PaperMetadata Run::metadataFor(const PDFAttributes &attributes, const PaperText 
 
 // The chunks of `added` are views into the text that `indexNew` holds, and `added` itself is only lent to
 // the database thread: both stay alive because the answer is awaited here.
-Result<Paper> Run::store(const NewPaper &added, const CoverGuard &cover)
+//
+// The cover is written last of all before the paper, so that a run that comes to nothing leaves an earlier
+// one alone. When the write of the paper fails, the new cover stays: it shows what the file shows by now.
+Result<Paper> Run::store(const NewPaper &added, const Cover &cover)
 {
-    if (m_stop.stop_requested()) {
-        cover.takeBack();
+    if (m_stop.stop_requested())
         return cancelledError();
-    }
-    if (m_file.hasChanged()) {
-        cover.takeBack();
+    if (m_file.hasChanged())
         return indexerError(PDFIndexerErrorCode::ChangedWhileRead,
                             QStringLiteral("The file changed while it was read"));
-    }
+    const bool hadCover = m_with.covers.hasCover(added.paper.id);
+    if (auto written = m_with.covers.write(cover); !written)
+        return written.error();
     const Result<std::optional<Paper>> known =
         m_with.db
             .perform(Urgency::Background,
@@ -196,8 +169,8 @@ Result<Paper> Run::store(const NewPaper &added, const CoverGuard &cover)
         return known.error();
     if (!*known)
         return readBack(added.paper.id);
-    if ((*known)->id != added.paper.id)
-        cover.takeBack();
+    if ((*known)->id != added.paper.id && !hadCover)
+        m_with.covers.removeCover(added.paper.id);
     return asKnown(**known);
 }
 

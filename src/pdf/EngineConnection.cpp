@@ -1,7 +1,6 @@
 #include "pdf/EngineConnection.h"
 
 #include "pdf/PDFDocument.h"
-#include "pdf/protocol/Limits.h"
 
 #include <algorithm>
 #include <array>
@@ -50,12 +49,13 @@ public:
         });
     }
 
-    Trouble receive(std::uint32_t requestNumber, Reply &reply)
+    /// Takes the reply with this number, of at most `maxBytes`.
+    Trouble receive(std::uint32_t requestNumber, std::uint32_t maxBytes, Reply &reply)
     {
         std::array<std::uint8_t, kHeaderBytes> headerBytes;
         if (const Trouble trouble = receiveAll(headerBytes); trouble != Trouble::None)
             return trouble;
-        const std::optional<MessageHeader> header = decodedHeader(headerBytes, kMaxReplyBytes);
+        const std::optional<MessageHeader> header = decodedHeader(headerBytes, maxBytes);
         if (!header || header->request != requestNumber)
             return Trouble::Nonsense;
         std::vector<std::uint8_t> payload(header->payloadBytes);
@@ -136,7 +136,7 @@ EngineConnection::Trouble EngineConnection::exchange(const Request &request,
     Exchange exchange(m_process.socket(), m_stopEvent.get(), deadline);
     const std::stop_callback waker(stop, [this] { raise(m_stopEvent.get()); });
     const Trouble trouble = exchange.send(encoded(number, request));
-    return trouble == Trouble::None ? exchange.receive(number, reply) : trouble;
+    return trouble == Trouble::None ? exchange.receive(number, maxReplyBytes(request), reply) : trouble;
 }
 
 Result<Reply> EngineConnection::ask(const Request &request, std::chrono::milliseconds deadline,

@@ -1,4 +1,5 @@
 #include "engine/OpenedDocument.h"
+#include "support/PdfBuilder.h"
 
 #include <QList>
 #include <QPair>
@@ -94,6 +95,21 @@ QByteArray documentWith(const QList<QByteArray> &names, const QByteArray &fontEn
     return pdf + "trailer<</Root 1 0 R>>\n%%EOF\n";
 }
 
+/// A device that only counts the clips that it was told of and not told the end of.
+int clipsLeftOn(fz_context *context, void (*draw)(fz_context *, fz_device *, fz_text *))
+{
+    NamedLigatures ligatures(context);
+    const DeviceHandle target(fz_new_device_of_size(context, sizeof(fz_device)), {context});
+    const DeviceHandle device(ligatures.newDevice(target.get()), {context});
+    fz_text *text = fz_new_text(context);
+    draw(context, device.get(), text);
+    fz_drop_text(context, text);
+    const int clips = target->container_len;
+    fz_close_device(context, device.get());
+    fz_close_device(context, target.get());
+    return clips;
+}
+
 } // namespace
 
 TEST(NamedLigatures, AreSpelledOutByTheNamesOfTheirGlyphs)
@@ -117,4 +133,25 @@ TEST(NamedLigatures, AreLeftAloneWhereTheFontSaysWhatItsGlyphsMean)
                            "1 begincodespacerange <00> <FF> endcodespacerange\n"
                            "2 beginbfchar <41> <006600660069> <42> <FB02> endbfchar\nendcmap end end";
     EXPECT_EQ(OpenedDocument(documentWith({"f_f_i", "f_l"}, "/ToUnicode 8 0 R", map)).text(), "ffifl\n");
+}
+
+TEST(NamedLigatures, HandTextThatClipsOnInItsOrder)
+{
+    const PdfPage page = {.drawing = "BT /F1 12 Tf 72 700 Td (one) Tj 7 Tr 0 -20 Td (two) Tj "
+                                     "5 Tr 0 -20 Td (three) Tj 0 Tr 0 -20 Td (four) Tj ET"};
+    EXPECT_EQ(OpenedDocument(PdfBuilder().page(page).build()).text(), "one\ntwo\nthree\nfour\n");
+}
+
+TEST(NamedLigatures, LeaveNoClipOnTheTarget)
+{
+    const ContextHandle context(fz_new_context(nullptr, nullptr, FZ_STORE_DEFAULT));
+    EXPECT_EQ(clipsLeftOn(context.get(),
+                          [](fz_context *ctx, fz_device *device, fz_text *text) {
+                              fz_clip_text(ctx, device, text, fz_identity, fz_infinite_rect);
+                              fz_pop_clip(ctx, device);
+                              fz_clip_stroke_text(ctx, device, text, &fz_default_stroke_state, fz_identity,
+                                                  fz_infinite_rect);
+                              fz_pop_clip(ctx, device);
+                          }),
+              0);
 }

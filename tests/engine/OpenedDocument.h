@@ -17,7 +17,7 @@ public:
         : m_descriptor(memfd_create("document", 0))
     {
         EXPECT_EQ(write(m_descriptor, bytes.constData(), size_t(bytes.size())), bytes.size());
-        m_document = Document::create(m_descriptor);
+        m_document = Document::create({m_descriptor, bytes.size()});
         m_reply = m_document->open();
     }
     ~OpenedDocument() { close(m_descriptor); }

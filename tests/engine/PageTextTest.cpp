@@ -57,8 +57,8 @@ TEST(PageText, LeavesOutTheHiddenEndOfALine)
 
 TEST(PageText, HasNoControlCharacters)
 {
-    const PdfPage page = {.lines = {QStringLiteral("a\u0001b\u0002c")}};
-    EXPECT_EQ(textOf(page), "a b c\n");
+    const PdfPage page = {.lines = {QStringLiteral("a\u0001b\u0002c\u007fd\u0085e\u009ff")}};
+    EXPECT_EQ(textOf(page), "a b c d e f\n");
 }
 
 TEST(PageText, IsCutAtTheLimitWhereALineEnds)
@@ -66,12 +66,36 @@ TEST(PageText, IsCutAtTheLimitWhereALineEnds)
     // Each line is a text object of its own: MuPDF gathers one as a whole, slowly when it is this large.
     QByteArray drawing;
     const QByteArray show = " Td (" + QByteArray(1000, 'x') + ") Tj ET\n";
-    for (int i = 0; i < 4400; ++i)
+    for (int i = 0; i < 1100; ++i)
         drawing += "BT /F1 1 Tf 72 " + QByteArray::number(5000 - i) + show;
     const PdfPage page = {.mediaBox = PdfBox{0, 0, 5000, 6000}, .drawing = drawing};
     const std::string text = textOf(page);
     EXPECT_LE(text.size(), kMaxPageTextBytes);
     EXPECT_GT(text.size(), kMaxPageTextBytes - 1100);
+    EXPECT_EQ(text.back(), '\n');
+}
+
+TEST(PageText, OfOneEndlessLineIsCutBehindAWord)
+{
+    const QByteArray words = "(" + QByteArray("abcd ").repeated(1000) + ") Tj\n";
+    const QByteArray drawing = "BT /F1 0.001 Tf 10 10 Td\n" + words.repeated(220) + "ET";
+    const std::string text = textOf(PdfPage{.mediaBox = PdfBox{0, 0, 5000, 100}, .drawing = drawing});
+    EXPECT_LE(text.size(), kMaxPageTextBytes);
+    EXPECT_GT(text.size(), kMaxPageTextBytes - 5);
+    EXPECT_EQ(text.substr(text.size() - 5), "abcd\n");
+}
+
+TEST(PageText, OfOneEndlessWordIsCutBehindACharacter)
+{
+    // Every code of the second font is a letter of two bytes in UTF-8, behind one that has one.
+    const QByteArray letters = "<" + QByteArray("02").repeated(1000) + "> Tj\n";
+    const PdfPage page = {.lines = {QStringLiteral("xé")},
+                          .mediaBox = PdfBox{0, 0, 5000, 1000},
+                          .drawing = "BT /F2 0.001 Tf 10 10 Td <01> Tj\n" + letters.repeated(540) + "ET"};
+    const std::string text = textOf(page);
+    EXPECT_LE(text.size(), kMaxPageTextBytes);
+    EXPECT_GT(text.size(), kMaxPageTextBytes - 5);
+    EXPECT_TRUE(isValidUtf8(text));
     EXPECT_EQ(text.back(), '\n');
 }
 

@@ -15,9 +15,16 @@ class CoverStoreTest : public testing::Test
 protected:
     QString render()
     {
-        const Result<QString> path = m_covers.renderCover(m_document, QStringLiteral("id"));
-        EXPECT_TRUE(path) << path.error().message().toStdString();
-        return path.value_or(QString());
+        const Cover cover = draw();
+        const Result<void> written = m_covers.write(cover);
+        EXPECT_TRUE(written) << written.error().message().toStdString();
+        return cover.path;
+    }
+    Cover draw()
+    {
+        Result<Cover> cover = m_covers.drawCover(m_document, QStringLiteral("id"));
+        EXPECT_TRUE(cover) << cover.error().message().toStdString();
+        return cover ? *std::move(cover) : Cover();
     }
     QStringList files() const { return QDir(m_coversFolder).entryList(QDir::Files | QDir::Hidden); }
 
@@ -59,6 +66,12 @@ TEST_F(CoverStoreTest, WritesTheFirstPageAsJpeg)
     EXPECT_EQ(height, 200);
 }
 
+TEST_F(CoverStoreTest, DrawsWithoutTouchingTheFolder)
+{
+    EXPECT_FALSE(draw().jpeg.isEmpty());
+    EXPECT_FALSE(QFile::exists(m_coversFolder));
+}
+
 TEST_F(CoverStoreTest, ReplacesAnEarlierCover)
 {
     render();
@@ -98,17 +111,17 @@ TEST_F(CoverStoreTest, WritesNothingOfAPictureThatIsNotWhole)
 TEST_F(CoverStoreTest, PassesOnAStop)
 {
     m_document.picture = cancelledError();
-    const Result<QString> path = m_covers.renderCover(m_document, QStringLiteral("id"));
-    ASSERT_FALSE(path);
-    EXPECT_TRUE(isCancelled(path.error()));
+    const Result<Cover> cover = m_covers.drawCover(m_document, QStringLiteral("id"));
+    ASSERT_FALSE(cover);
+    EXPECT_TRUE(isCancelled(cover.error()));
 }
 
 TEST_F(CoverStoreTest, NamesTheFileThatCannotBeWrittenAndTheCause)
 {
     m_folder.write(QStringLiteral("data"), "a file where a folder should be");
-    const Result<QString> path = m_covers.renderCover(m_document, QStringLiteral("id"));
-    ASSERT_FALSE(path);
-    EXPECT_EQ(path.error(),
+    const Result<void> written = m_covers.write(draw());
+    ASSERT_FALSE(written);
+    EXPECT_EQ(written.error(),
               (Error{QStringLiteral("CoverStore"), ENOTDIR,
                      u"Failed to write the cover " + m_coversFolder + u"/id.jpg", qt_error_string(ENOTDIR)}));
 }
@@ -116,9 +129,9 @@ TEST_F(CoverStoreTest, NamesTheFileThatCannotBeWrittenAndTheCause)
 TEST_F(CoverStoreTest, LeavesNoPartOfAFileBehindWhenWritingFails)
 {
     ASSERT_TRUE(QDir().mkpath(m_coversFolder + u"/id.jpg"));
-    const Result<QString> path = m_covers.renderCover(m_document, QStringLiteral("id"));
-    ASSERT_FALSE(path);
-    EXPECT_EQ(path.error().code, EISDIR);
+    const Result<void> written = m_covers.write(draw());
+    ASSERT_FALSE(written);
+    EXPECT_EQ(written.error().code, EISDIR);
     EXPECT_TRUE(files().isEmpty());
 }
 

@@ -1,82 +1,18 @@
-#include "pdf/EngineDocument.h"
-
+#include "EngineSample.h"
 #include "FakeEngine.h"
-#include "pdf/protocol/Writer.h"
-#include "platform/InputFile.h"
-#include "support/PdfBuilder.h"
-#include "support/Printing.h"
-#include "support/TemporaryFolder.h"
 
 #include <QDir>
-#include <cerrno>
-#include <sys/wait.h>
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <thread>
 
 namespace
 {
 using namespace std::chrono_literals;
 
-using OpenResult = Result<std::unique_ptr<PDFDocument>>;
-
-/// A PDF on disk and the means to open it.
-class Sample
-{
-public:
-    explicit Sample(const QByteArray &bytes)
-        : m_file(InputFile::open(m_folder.write(QStringLiteral("sample.pdf"), bytes)))
-    {
-    }
-
-    OpenResult open(const QString &program = QStringLiteral(QUIREVAULT_ENGINE_PROGRAM),
-                    const EngineDeadlines &deadlines = {}, std::stop_token stop = {}) const
-    {
-        return engineOpener({program, deadlines})(*m_file, stop);
-    }
-
-private:
-    TemporaryFolder m_folder;
-    Result<InputFile> m_file;
-};
-
-Sample oneWord()
-{
-    return Sample(PdfBuilder().title("A title").page({QStringLiteral("Word")}).build());
-}
-
-PDFErrorCode codeOf(const Error &error)
-{
-    EXPECT_EQ(error.domain, QStringLiteral("PDFDocument"));
-    EXPECT_FALSE(error.description.isEmpty());
-    return PDFErrorCode(error.code);
-}
-
-bool hasChildren()
-{
-    return waitpid(-1, nullptr, WNOHANG) >= 0 || errno != ECHILD;
-}
-
 qsizetype openDescriptors()
 {
     return QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::Files | QDir::System).size();
-}
-
-/// The code with which opening fails when the engine sends `bytes` and waits.
-PDFErrorCode codeForReply(const QByteArray &bytes)
-{
-    const FakeEngine engine({bytes});
-    const OpenResult result = oneWord().open(engine.program());
-    EXPECT_FALSE(result);
-    EXPECT_FALSE(hasChildren());
-    return codeOf(result.error());
-}
-
-QByteArray numbers(std::initializer_list<std::uint32_t> values)
-{
-    Writer out;
-    for (std::uint32_t value : values)
-        out.number(value);
-    const std::vector<std::uint8_t> bytes = out.take();
-    return {reinterpret_cast<const char *>(bytes.data()), qsizetype(bytes.size())};
 }
 } // namespace
 
@@ -178,39 +114,6 @@ TEST(EngineDocument, HalfAReplyHangsToo)
     EXPECT_EQ(codeOf((*document)->pageText(0).error()), PDFErrorCode::DeadlineExceeded);
 }
 
-TEST(EngineDocument, BrokenRepliesEndTheEngine)
-{
-    const std::uint32_t opened = std::uint32_t(MessageKind::Opened);
-    EXPECT_EQ(codeForReply("this is no message of the protocol"), PDFErrorCode::EngineFailed);
-    EXPECT_EQ(codeForReply(numbers({0xffffffff, opened, 1})), PDFErrorCode::EngineFailed);
-    EXPECT_EQ(codeForReply(numbers({kMaxReplyBytes + 1, opened, 1})), PDFErrorCode::EngineFailed);
-    EXPECT_EQ(codeForReply(numbers({4, opened, 1, 1})), PDFErrorCode::EngineFailed);
-    EXPECT_EQ(codeForReply(numbers({16, opened, 1, kProtocolVersion, 0xffffffff, 0, 0})),
-              PDFErrorCode::EngineFailed);
-    EXPECT_EQ(codeForReply(numbers({0, 0x777, 1})), PDFErrorCode::EngineFailed);
-}
-
-TEST(EngineDocument, RefusesRepliesToAnotherRequestOrOfAnotherKind)
-{
-    EXPECT_EQ(codeForReply(FakeEngine::reply(2, OpenedReply{kProtocolVersion, 1, {}, {}})),
-              PDFErrorCode::EngineFailed);
-    EXPECT_EQ(codeForReply(FakeEngine::reply(1, TextReply{"words"})), PDFErrorCode::EngineFailed);
-}
-
-TEST(EngineDocument, RefusesAnotherVersion)
-{
-    EXPECT_EQ(codeForReply(FakeEngine::opened(1, kProtocolVersion + 1)), PDFErrorCode::EngineFailed);
-}
-
-TEST(EngineDocument, RefusesAPictureLargerThanAsked)
-{
-    const PictureReply picture = {20, 10, std::vector<std::uint8_t>(20 * 10 * kBytesPerPixel)};
-    const FakeEngine engine({FakeEngine::opened(), FakeEngine::reply(2, picture)});
-    const OpenResult document = oneWord().open(engine.program());
-    ASSERT_TRUE(document);
-    EXPECT_EQ(codeOf((*document)->thumbnail(0, 19, 10).error()), PDFErrorCode::EngineFailed);
-}
-
 TEST(EngineDocument, ALostEngineStaysLostUntilRestarted)
 {
     const Sample sample = oneWord();
@@ -246,15 +149,25 @@ TEST(EngineDocument, RestartLeavesAnEngineAloneThatIsWell)
 
 TEST(EngineDocument, AStopThatFiresMeanwhileEndsTheEngine)
 {
-    const FakeEngine engine({FakeEngine::opened()});
-    const OpenResult document = oneWord().open(engine.program());
+    const TemporaryFolder folder;
+    const QByteArray pipe = QFile::encodeName(folder.path(QStringLiteral("pipe")));
+    ASSERT_EQ(mkfifo(pipe.constData(), 0600), 0);
+    const QByteArray requests = QByteArray::number(
+        qsizetype(encoded(1, Request(OpenRequest{})).size() + encoded(2, Request(PageTextRequest{})).size()));
+    const FakeEngine engine({FakeEngine::opened()},
+                            "head -c " + requests + " <&3 >/dev/null\n: >'" + pipe + "'\nexec sleep 1000");
+    const OpenResult document = oneWord().open(engine.program(), {.open = 1h, .pageText = 1h});
     ASSERT_TRUE(document);
     std::stop_source source;
-    std::thread stopper([&] { source.request_stop(); });
+    std::thread stopper([&] {
+        close(open(pipe.constData(), O_RDONLY | O_CLOEXEC)); // waits until the engine has both requests
+        source.request_stop();
+    });
     const Result<QByteArray> text = (*document)->pageText(0, source.get_token());
     stopper.join();
     ASSERT_FALSE(text);
     EXPECT_TRUE(isCancelled(text.error()));
+    EXPECT_FALSE(hasChildren());
 }
 
 TEST(EngineDocument, AStopThatFiredBeforeStartsNothing)

@@ -1,9 +1,11 @@
 #include "pdf/protocol/Messages.h"
 
+#include "pdf/protocol/CleanText.h"
 #include "pdf/protocol/Limits.h"
 #include "pdf/protocol/Reader.h"
 #include "pdf/protocol/Writer.h"
 
+#include <algorithm>
 #include <type_traits>
 
 namespace
@@ -76,12 +78,20 @@ void read(Reader &in, ThumbnailRequest &message)
     message.maxHeight = readSide(in);
 }
 
+std::optional<std::string> readAttribute(Reader &in)
+{
+    std::optional<std::string> text = in.optionalText(kMaxAttributeBytes);
+    if (text && !isCleanAttribute(*text))
+        in.refuse();
+    return text;
+}
+
 void read(Reader &in, OpenedReply &message)
 {
     message.version = in.number();
     message.pageCount = in.number(kMaxPageCount);
-    message.title = in.optionalText(kMaxAttributeBytes);
-    message.author = in.optionalText(kMaxAttributeBytes);
+    message.title = readAttribute(in);
+    message.author = readAttribute(in);
 }
 
 void read(Reader &in, TextReply &message)
@@ -89,12 +99,18 @@ void read(Reader &in, TextReply &message)
     message.text = in.text(kMaxPageTextBytes);
 }
 
+/// Of a picture whose sides are at most `kMaxThumbnailSide`.
+std::uint32_t pictureBytes(std::uint32_t width, std::uint32_t height)
+{
+    return width * height * kBytesPerPixel;
+}
+
 void read(Reader &in, PictureReply &message)
 {
     message.width = readSide(in);
     message.height = readSide(in);
-    const std::span<const std::uint8_t> pixels = in.bytes(kMaxReplyBytes);
-    if (pixels.size() != std::size_t(message.width) * message.height * kBytesPerPixel)
+    const std::span<const std::uint8_t> pixels = in.bytes(pictureBytes(kMaxThumbnailSide, kMaxThumbnailSide));
+    if (pixels.size() != pictureBytes(message.width, message.height))
         in.refuse();
     message.pixels.assign(pixels.begin(), pixels.end());
 }
@@ -106,6 +122,21 @@ void read(Reader &in, FailedReply &message)
         in.refuse();
     message.failure = static_cast<Failure>(failure);
     message.reason = in.text(kMaxReasonBytes);
+}
+
+std::uint32_t maxWantedBytes(const OpenRequest &)
+{
+    return kMaxOpenedReplyBytes;
+}
+
+std::uint32_t maxWantedBytes(const PageTextRequest &)
+{
+    return kMaxTextReplyBytes;
+}
+
+std::uint32_t maxWantedBytes(const ThumbnailRequest &request)
+{
+    return pictureBytes(request.maxWidth, request.maxHeight) + kMaxNumbersBytes;
 }
 
 template <typename Message>
@@ -153,6 +184,13 @@ std::vector<std::uint8_t> encoded(std::uint32_t requestNumber, const Request &re
 std::vector<std::uint8_t> encoded(std::uint32_t requestNumber, const Reply &reply)
 {
     return encodedVariant(requestNumber, reply);
+}
+
+std::uint32_t maxReplyBytes(const Request &request)
+{
+    const std::uint32_t wanted =
+        std::visit([](const auto &message) { return maxWantedBytes(message); }, request);
+    return std::max(wanted, kMaxFailedReplyBytes);
 }
 
 std::optional<MessageHeader> decodedHeader(std::span<const std::uint8_t, kHeaderBytes> bytes,

@@ -106,6 +106,9 @@ struct MessageHeader {
 std::vector<std::uint8_t> encoded(std::uint32_t requestNumber, const Request &request);
 std::vector<std::uint8_t> encoded(std::uint32_t requestNumber, const Reply &reply);
 
+/// The most bytes after the header that a sound reply to this request has.
+std::uint32_t maxReplyBytes(const Request &request);
+
 /// The header of a message that may have at most `maxPayloadBytes`; nothing when it claims more.
 std::optional<MessageHeader> decodedHeader(std::span<const std::uint8_t, kHeaderBytes> bytes,
                                            std::uint32_t maxPayloadBytes);

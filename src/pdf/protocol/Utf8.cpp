@@ -92,6 +92,22 @@ void appendUtf8(std::string &text, char32_t character)
     append(0x80 | (character & 0x3f));
 }
 
+std::u32string decodedUtf8(std::string_view text)
+{
+    std::u32string characters;
+    while (!text.empty()) {
+        const std::size_t length = lengthByFirst(static_cast<unsigned char>(text[0]));
+        // The first byte holds the bits that its mark of the length leaves.
+        char32_t character =
+            static_cast<unsigned char>(text[0]) & (length == 1 ? 0x7f : 0xff >> (length + 1));
+        for (std::size_t i = 1; i < length; ++i)
+            character = character << 6 | (static_cast<unsigned char>(text[i]) & 0x3f);
+        characters.push_back(character);
+        text.remove_prefix(length);
+    }
+    return characters;
+}
+
 std::string repairedUtf8(std::string_view text)
 {
     std::string out;

@@ -58,7 +58,7 @@ TEST(Messages, EveryReplyComesBackAsItWasSent)
     };
     for (const Reply &reply : replies) {
         const Bytes message = encoded(3, reply);
-        const std::optional<MessageHeader> header = headerOf(message, kMaxReplyBytes);
+        const std::optional<MessageHeader> header = headerOf(message, UINT32_MAX);
         ASSERT_TRUE(header);
         EXPECT_EQ(decodedReply(header->kind, payloadOf(message)), reply);
     }
@@ -70,10 +70,20 @@ TEST(Messages, NumbersAreLittleEndian)
     EXPECT_EQ(encoded(0x0a0b0c0d, Request(PageTextRequest{0x01020304})), expected);
 }
 
-TEST(Messages, TheLargestThumbnailFitsIntoAReply)
+TEST(Messages, TheLargestRepliesFitIntoTheirBounds)
 {
-    EXPECT_LE(encoded(1, Reply(picture(kMaxThumbnailSide, kMaxThumbnailSide))).size(),
-              kHeaderBytes + kMaxReplyBytes);
+    const auto expectFit = [](const Request &request, const Reply &reply) {
+        const std::size_t bytes = encoded(1, reply).size() - kHeaderBytes;
+        EXPECT_LE(bytes, maxReplyBytes(request));
+        EXPECT_GE(bytes + kMaxNumbersBytes, maxReplyBytes(request)) << "the bound is looser than it must be";
+    };
+    const std::string attribute(kMaxAttributeBytes, 'x');
+    expectFit(OpenRequest{}, OpenedReply{1, 1, attribute, attribute});
+    expectFit(PageTextRequest{}, TextReply{std::string(kMaxPageTextBytes, 'x')});
+    expectFit(ThumbnailRequest{0, kMaxThumbnailSide, kMaxThumbnailSide},
+              picture(kMaxThumbnailSide, kMaxThumbnailSide));
+    expectFit(ThumbnailRequest{0, 300, 400}, picture(300, 400));
+    expectFit(ThumbnailRequest{0, 1, 1}, FailedReply{Failure::Unable, std::string(kMaxReasonBytes, 'x')});
 }
 
 TEST(Messages, RefusesAHeaderThatClaimsTooMuch)
@@ -87,7 +97,7 @@ TEST(Messages, RefusesAHeaderThatClaimsTooMuch)
     };
     EXPECT_TRUE(headerOf(withLength(kMaxRequestBytes), kMaxRequestBytes));
     EXPECT_FALSE(headerOf(withLength(kMaxRequestBytes + 1), kMaxRequestBytes));
-    EXPECT_FALSE(headerOf(withLength(0xffffffff), kMaxReplyBytes));
+    EXPECT_FALSE(headerOf(withLength(0xffffffff), kMaxTextReplyBytes));
 }
 
 TEST(Messages, RefusesEveryTruncatedMessage)
@@ -96,7 +106,7 @@ TEST(Messages, RefusesEveryTruncatedMessage)
                                         picture(2, 2), FailedReply{Failure::Damaged, "why"}};
     for (const Reply &reply : replies) {
         const Bytes message = encoded(1, reply);
-        const MessageKind kind = headerOf(message, kMaxReplyBytes)->kind;
+        const MessageKind kind = headerOf(message, UINT32_MAX)->kind;
         for (std::size_t size = 0; size + kHeaderBytes < message.size(); ++size)
             EXPECT_FALSE(decodedReply(kind, payloadOf(message).first(size))) << size << " of a message";
     }
@@ -133,16 +143,27 @@ TEST(Messages, RefusesTextThatIsNotUtf8)
 
 TEST(Messages, RefusesTextsBeyondTheirLimits)
 {
-    const auto opened = [](std::size_t bytes) {
-        return encoded(1, Reply(OpenedReply{1, 1, std::string(bytes, 'x'), std::nullopt}));
+    const auto opened = [](std::size_t characters) {
+        return encoded(1, Reply(OpenedReply{1, 1, std::string(characters, 'x'), std::nullopt}));
     };
-    EXPECT_TRUE(decodedReply(MessageKind::Opened, payloadOf(opened(kMaxAttributeBytes))));
-    EXPECT_FALSE(decodedReply(MessageKind::Opened, payloadOf(opened(kMaxAttributeBytes + 1))));
+    EXPECT_TRUE(decodedReply(MessageKind::Opened, payloadOf(opened(kMaxAttributeCharacters))));
+    EXPECT_FALSE(decodedReply(MessageKind::Opened, payloadOf(opened(kMaxAttributeCharacters + 1))));
     const Bytes text = encoded(1, Reply(TextReply{std::string(kMaxPageTextBytes + 1, 'x')}));
     EXPECT_FALSE(decodedReply(MessageKind::Text, payloadOf(text)));
     const Bytes reason =
         encoded(1, Reply(FailedReply{Failure::Damaged, std::string(kMaxReasonBytes + 1, 'x')}));
     EXPECT_FALSE(decodedReply(MessageKind::Failed, payloadOf(reason)));
+}
+
+TEST(Messages, RefusesAttributesThatAreNotClean)
+{
+    for (const char *text :
+         {"two\nlines", "a\ttab", "\x1b[2J", "\u009b", "\u2028x", " ahead", "behind\u00a0"}) {
+        const Bytes title = encoded(1, Reply(OpenedReply{1, 1, text, std::nullopt}));
+        EXPECT_FALSE(decodedReply(MessageKind::Opened, payloadOf(title))) << text;
+        const Bytes author = encoded(1, Reply(OpenedReply{1, 1, std::nullopt, text}));
+        EXPECT_FALSE(decodedReply(MessageKind::Opened, payloadOf(author))) << text;
+    }
 }
 
 TEST(Messages, RefusesALengthBeyondThePayload)

@@ -2,6 +2,15 @@
 
 #include <gtest/gtest.h>
 
+TEST(Utf8, IsDecodedAsItWasMade)
+{
+    const std::u32string characters = U"a\u00e9\u07ff\u0800\u20ac\U00010000\U0010ffff";
+    std::string text;
+    for (char32_t c : characters)
+        appendUtf8(text, c);
+    EXPECT_EQ(decodedUtf8(text), characters);
+}
+
 TEST(Utf8, AcceptsEveryLengthAndTheLastCharacter)
 {
     EXPECT_TRUE(isValidUtf8(""));
