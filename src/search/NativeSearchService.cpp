@@ -4,6 +4,7 @@
 #include "search/FTSQueryBuilder.h"
 #include "search/SearchHits.h"
 #include "store/DatabaseManager.h"
+#include "store/PageRows.h"
 #include "store/PaperQueries.h"
 
 namespace
@@ -97,7 +98,7 @@ QFuture<Result<QList<Passage>>> NativeSearchService::searchInPaper(const QString
     if (expression.isEmpty())
         return QtFuture::makeReadyFuture(Passages());
     return m_db.perform(Urgency::PersonWaits, [paperId, expression](Database &database) -> Passages {
-        const auto rows = database.query(kPagesOfPaper, {paperId, expression});
+        const auto rows = queryPagesOf(database, paperId, kPagesOfPaper, {paperId, expression});
         return passagesIn(rowsOrLog(rows, QStringLiteral("in-paper FTS query"), expression));
     });
 }

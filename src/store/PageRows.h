@@ -1,0 +1,30 @@
+#pragma once
+
+#include "store/Database.h"
+
+#include <optional>
+
+// Finding the full-text rows of one paper without reading those of all others. The full-text table cannot be
+// asked by paper: it would read every hit in the library, or every page, to compare its paper_id.
+
+/// Row ids of the full-text table, both ends included.
+struct PageRows {
+    qint64 first = 0;
+    qint64 last = 0;
+
+    friend bool operator==(const PageRows &, const PageRows &) = default;
+};
+
+/// The rows of the paper, when it is certain that these are all: papers and their pages are inserted
+/// together, so both are in the same order and a binary search over the stored pages (some twenty of them in
+/// a million) finds the paper's first; the paper's chunk_count says how many there must be, side by side.
+/// Nothing when the library does not bear that out, or the paper has no pages.
+///
+/// Call within a transaction, or the rows may have changed before they are used.
+std::optional<PageRows> findPageRows(Database &database, const QString &paperId);
+
+/// Runs `sql`, a query of `fts_papers` for pages of the one paper, with the same answer and reading only that
+/// paper's rows when they are found. The statement runs as it is: for its time a temporary view of the table,
+/// under the table's name, shows no other rows.
+Result<QList<Row>> queryPagesOf(Database &database, const QString &paperId, const QString &sql,
+                                const SqlValues &parameters);
