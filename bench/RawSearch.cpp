@@ -7,11 +7,8 @@
 namespace
 {
 
-constexpr char kRankedStatement[] =
-    "SELECT paper_id, page_num, snippet(fts_papers, 2, '...', '...', '...', 10) AS "
-    "snippet, bm25(fts_papers) AS rank FROM fts_papers WHERE fts_papers MATCH ? "
-    "ORDER BY rank LIMIT 50";
 constexpr char kCountStatement[] = "SELECT count(*) FROM fts_papers WHERE fts_papers MATCH ?";
+constexpr char kPagesStatement[] = "SELECT count(*) FROM fts_papers_docsize";
 
 struct Finalizer {
     void operator()(sqlite3_stmt *statement) const { sqlite3_finalize(statement); }
@@ -64,6 +61,14 @@ qint64 RawSearch::matches(const QByteArray &expression)
     const Statement statement = prepared(m_connection.get(), kCountStatement, expression);
     if (!statement || sqlite3_step(statement.get()) != SQLITE_ROW)
         fail(expression);
+    return sqlite3_column_int64(statement.get(), 0);
+}
+
+qint64 RawSearch::pages()
+{
+    const Statement statement = prepared(m_connection.get(), kPagesStatement, {});
+    if (!statement || sqlite3_step(statement.get()) != SQLITE_ROW)
+        fail("fts_papers_docsize");
     return sqlite3_column_int64(statement.get(), 0);
 }
 

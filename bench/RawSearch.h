@@ -11,6 +11,11 @@ struct sqlite3;
 class RawSearch
 {
 public:
+    static constexpr char kRankedStatement[] =
+        "SELECT paper_id, page_num, snippet(fts_papers, 2, '...', '...', '...', 10) AS "
+        "snippet, bm25(fts_papers) AS rank FROM fts_papers WHERE fts_papers MATCH ? "
+        "ORDER BY rank LIMIT 50";
+
     explicit RawSearch(const QString &libraryPath);
     ~RawSearch();
     RawSearch(const RawSearch &) = delete;
@@ -20,6 +25,8 @@ public:
     void run(const QByteArray &expression);
     /// The number of page rows that match.
     qint64 matches(const QByteArray &expression);
+    /// The number of page rows in all.
+    qint64 pages();
 
 private:
     struct Closer {
