@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtGlobal>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -39,7 +40,13 @@ public:
     /// To be called by every ranked statement before its first `find`, while it holds its read transaction.
     /// `rows` is how many rows the table has; `lookups` how many `find`s are sure to come.
     void beginStatement(qint64 rows, qint64 lookups);
-    std::optional<int> find(qint64 rowId) const;
+    std::optional<int> find(qint64 rowId) const
+    {
+        if (rowId < 0 || rowId >= static_cast<qint64>(m_lengths.size()))
+            return {};
+        const Length length = m_lengths[static_cast<std::size_t>(rowId)];
+        return length == kUnknown ? std::nullopt : std::optional<int>(length);
+    }
     /// Takes the length of a row, as the table answers it now, that `find` did not know.
     void remember(qint64 rowId, int length);
 
@@ -50,6 +57,7 @@ public:
 
 private:
     using Length = quint16;
+    static constexpr Length kUnknown = std::numeric_limits<Length>::max();
     struct Finalizer {
         void operator()(sqlite3_stmt *statement) const;
     };

@@ -18,7 +18,8 @@ struct PageRows {
 /// The rows of the paper, when it is certain that these are all: papers and their pages are inserted
 /// together, so both are in the same order and a binary search over the stored pages (some twenty of them in
 /// a million) finds the paper's first; the paper's chunk_count says how many there must be, side by side.
-/// Nothing when the library does not bear that out, or the paper has no pages.
+/// Nothing when the library does not bear that out, or the paper has no pages. Pages that stand elsewhere
+/// under the id of a paper whose own pages are complete, which only damage can leave, are not found.
 ///
 /// Call within a transaction, or the rows may have changed before they are used.
 std::optional<PageRows> findPageRows(Database &database, const QString &paperId);
