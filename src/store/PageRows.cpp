@@ -120,3 +120,11 @@ Result<QList<Row>> queryPagesOf(Database &database, const QString &paperId, cons
     });
     return done ? answer : Result<QList<Row>>(done.error());
 }
+
+Result<void> deletePagesOf(Database &database, const QString &paperId, const std::optional<PageRows> &rows)
+{
+    const auto statement = QStringLiteral("DELETE FROM fts_papers WHERE paper_id = ?");
+    if (!rows)
+        return database.execute(statement, {paperId});
+    return database.execute(statement + u" AND rowid BETWEEN ? AND ?", {paperId, rows->first, rows->last});
+}

@@ -29,3 +29,7 @@ std::optional<PageRows> findPageRows(Database &database, const QString &paperId)
 /// under the table's name, shows no other rows.
 Result<QList<Row>> queryPagesOf(Database &database, const QString &paperId, const QString &sql,
                                 const SqlValues &parameters);
+
+/// Deletes the paper's full-text rows, `rows` being what `findPageRows` answered while the paper was there:
+/// when they are known, without reading those of all other papers.
+Result<void> deletePagesOf(Database &database, const QString &paperId, const std::optional<PageRows> &rows);

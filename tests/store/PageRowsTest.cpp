@@ -127,3 +127,20 @@ TEST_F(PageRowsOf, ServeQueriesOfEveryKindAndLeaveTheTableAsItWas)
     add(QStringLiteral("d"), 1);
     expectSamePages(QStringLiteral("d"), QStringLiteral("word"));
 }
+
+TEST_F(PageRowsOf, OnePaperAreDeletedAndNoOthersCertainOrNot)
+{
+    add(QStringLiteral("a"), 3);
+    add(QStringLiteral("certain"), 4);
+    add(QStringLiteral("uncertain"), 4, 9);
+    add(QStringLiteral("z"), 2);
+    for (const char *id : {"certain", "uncertain"}) {
+        const std::optional<PageRows> rows = findPageRows(database, QLatin1String(id));
+        EXPECT_EQ(rows.has_value(), qstrcmp(id, "certain") == 0);
+        run(QStringLiteral("DELETE FROM papers WHERE id = ?"), {QLatin1String(id)});
+        EXPECT_TRUE(deletePagesOf(database, QLatin1String(id), rows));
+    }
+    const auto left =
+        database.query(QStringLiteral("SELECT group_concat(paper_id, '') AS s FROM fts_papers"));
+    EXPECT_EQ(left->first().text(QLatin1String("s")), u"aaazz");
+}
