@@ -59,7 +59,7 @@ public:
     Result<void> verifyUsable();
 
     /// Whether there is something to do that makes later searches sooner; `doIdleWork` does a slice of it,
-    /// about two milliseconds long. For when nothing else is waiting.
+    /// a few milliseconds long. For when nothing else is waiting.
     bool hasIdleWork() const;
     void doIdleWork();
 

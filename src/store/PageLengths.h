@@ -13,7 +13,8 @@ struct sqlite3_stmt;
 /// looking it up in the table's own records costs more than all the rest of ranking.
 ///
 /// What is known is always what the records say; a length that is not known has to be asked of the table.
-/// - Reading: nothing is read before a ranked statement has begun. A statement that would look up half of the
+/// - Reading: nothing is read before a ranked statement has begun. A statement that would look up a fifth of
+/// the
 ///   rows or more reads all lengths at once, which is sooner. From the second ranked statement on (one is all
 ///   that a command makes), `readSlice` reads them while the database thread has nothing else to do.
 /// - This connection's writes: an update hook makes the length of every row that is written unknown, and
@@ -21,15 +22,15 @@ struct sqlite3_stmt;
 ///   leaves nothing that is wrong.
 /// - Other connections' writes: `beginStatement` compares PRAGMA data_version and forgets everything.
 ///
-/// Costs two bytes a row id (2 MB for a million rows) and about 0.2 s once for a million rows. Rows whose ids
-/// are scattered too widely for an array stay unknown.
+/// Costs two bytes a row id (2 MB for a million rows) and, once, 0.1 s for a million rows, 0.3 s when the
+/// disk has to be read. Rows whose ids are scattered too widely for an array stay unknown.
 ///
 /// Knows the lengths of the library's one full-text table only. Use on the connection's thread. Owns the
 /// connection's update hook; must go before the connection closes.
 class PageLengths
 {
 public:
-    /// Rows that a slice reads: measured as two milliseconds' worth.
+    /// Rows that a slice reads: measured as one to five milliseconds' worth.
     static constexpr qint64 kSliceRows = 10'000;
 
     explicit PageLengths(sqlite3 *connection);
