@@ -14,6 +14,14 @@ template <typename Work> Milliseconds timeOf(Work work)
     return std::chrono::steady_clock::now() - start;
 }
 
+/// The least of `times`, which must not be empty, that `percent` of a hundred do not exceed.
+inline Milliseconds percentile(std::vector<Milliseconds> times, std::size_t percent)
+{
+    const auto place = times.begin() + static_cast<std::ptrdiff_t>((times.size() - 1) * percent / 100);
+    std::nth_element(times.begin(), place, times.end());
+    return *place;
+}
+
 /// The middle one of `times`, which must not be empty.
 inline Milliseconds median(std::vector<Milliseconds> times)
 {

@@ -7,11 +7,11 @@
 namespace
 {
 
-constexpr char kRankedStatement[] =
-    "SELECT paper_id, page_num, snippet(fts_papers, 2, '...', '...', '...', 10) AS "
-    "snippet, bm25(fts_papers) AS rank FROM fts_papers WHERE fts_papers MATCH ? "
-    "ORDER BY rank LIMIT 50";
+constexpr char kInPaperStatement[] =
+    "SELECT page_num, snippet(fts_papers, 2, '...', '...', '...', 10) AS snippet FROM fts_papers "
+    "WHERE paper_id = ?2 AND fts_papers MATCH ?1 ORDER BY page_num ASC LIMIT 100";
 constexpr char kCountStatement[] = "SELECT count(*) FROM fts_papers WHERE fts_papers MATCH ?";
+constexpr char kPagesStatement[] = "SELECT count(*) FROM fts_papers_docsize";
 
 struct Finalizer {
     void operator()(sqlite3_stmt *statement) const { sqlite3_finalize(statement); }
@@ -50,13 +50,26 @@ RawSearch::~RawSearch() = default;
 void RawSearch::run(const QByteArray &expression)
 {
     const Statement statement = prepared(m_connection.get(), kRankedStatement, expression);
+    readAll(statement.get(), expression);
+}
+
+void RawSearch::runInPaper(const QByteArray &paperId, const QByteArray &expression)
+{
+    const Statement statement = prepared(m_connection.get(), kInPaperStatement, expression);
+    sqlite3_bind_text(statement.get(), 2, paperId.constData(), static_cast<int>(paperId.size()),
+                      SQLITE_STATIC);
+    readAll(statement.get(), expression);
+}
+
+void RawSearch::readAll(sqlite3_stmt *statement, const QByteArray &what)
+{
     int step = SQLITE_ERROR;
-    while (statement && (step = sqlite3_step(statement.get())) == SQLITE_ROW) {
-        for (int column = 0; column < sqlite3_column_count(statement.get()); ++column)
-            static_cast<void>(sqlite3_column_text(statement.get(), column));
+    while (statement && (step = sqlite3_step(statement)) == SQLITE_ROW) {
+        for (int column = 0; column < sqlite3_column_count(statement); ++column)
+            static_cast<void>(sqlite3_column_text(statement, column));
     }
     if (step != SQLITE_DONE)
-        fail(expression);
+        fail(what);
 }
 
 qint64 RawSearch::matches(const QByteArray &expression)
@@ -64,6 +77,14 @@ qint64 RawSearch::matches(const QByteArray &expression)
     const Statement statement = prepared(m_connection.get(), kCountStatement, expression);
     if (!statement || sqlite3_step(statement.get()) != SQLITE_ROW)
         fail(expression);
+    return sqlite3_column_int64(statement.get(), 0);
+}
+
+qint64 RawSearch::pages()
+{
+    const Statement statement = prepared(m_connection.get(), kPagesStatement, {});
+    if (!statement || sqlite3_step(statement.get()) != SQLITE_ROW)
+        fail("fts_papers_docsize");
     return sqlite3_column_int64(statement.get(), 0);
 }
 

@@ -1,6 +1,7 @@
 #include "indexing/PaperWriter.h"
 
 #include "store/Database.h"
+#include "store/PageRows.h"
 #include "store/PaperQueries.h"
 
 namespace
@@ -48,13 +49,14 @@ Result<bool> isStored(Database &database, const QString &id)
 Result<void> writeAll(Database &database, const NewPaper &added, bool replacesStored)
 {
     const QString &id = added.paper.id;
+    const std::optional<PageRows> pages = replacesStored ? findPageRows(database, id) : std::nullopt;
     if (auto written = writeRow(database, added); !written)
         return written;
-    // The ids in the full-text table are not indexed, so this reads all of it: only where there is something
-    // to replace. At 200,000 rows it would cost every new paper more than all the rest of its import.
+    // The ids in the full-text table are not indexed, so this may read all of it: only where there is
+    // something to replace. At 200,000 rows it would cost every new paper more than all the rest of its
+    // import.
     if (replacesStored) {
-        auto cleared = database.execute(QStringLiteral("DELETE FROM fts_papers WHERE paper_id = ?"), {id});
-        if (!cleared)
+        if (auto cleared = deletePagesOf(database, id, pages); !cleared)
             return cleared;
     }
     if (auto written = database.insertChunks(id, added.chunks); !written)

@@ -5,6 +5,7 @@
 #include "search/FTSQueryBuilder.h"
 #include "search/SearchHits.h"
 #include "store/DatabaseManager.h"
+#include "store/PageRows.h"
 #include "store/PaperQueries.h"
 
 #include <chrono>
@@ -135,7 +136,9 @@ QFuture<Result<QList<Passage>>> NativeSearchService::searchInPaper(const QString
     if (expression.isEmpty())
         return QtFuture::makeReadyFuture(Passages());
     return m_db.perform(Urgency::PersonWaits, [paperId, expression](Database &database) -> Passages {
-        const auto rows = matching(database, kPagesOfPaper, {paperId, expression}, expression);
+        const auto rows = queryPagesOf(database, paperId, [&] {
+            return matching(database, kPagesOfPaper, {paperId, expression}, expression);
+        });
         return passagesIn(rowsOrLog(rows, QStringLiteral("in-paper FTS query"), expression));
     });
 }

@@ -2,6 +2,8 @@
 
 #include "base/Log.h"
 #include "base/TextClasses.h"
+#include "store/PageLengths.h"
+#include "store/RankFunction.h"
 #include "store/Statement.h"
 
 #include <QDeadlineTimer>
@@ -68,6 +70,9 @@ Database::Database(const QString &path, std::chrono::milliseconds busyTimeout)
         return;
     m_startUp = startUp(m_connection.get(), m_busyTimeout);
     setBusyTimeout(m_busyTimeout);
+    m_pageLengths = std::make_unique<PageLengths>(m_connection.get());
+    // Without it searches are slower and rank the same.
+    registerRankFunction(m_connection.get(), *m_pageLengths);
 }
 
 Database::~Database() = default;
@@ -87,6 +92,16 @@ void Database::open()
 void Database::setBusyTimeout(std::chrono::milliseconds timeout)
 {
     sqlite3_busy_timeout(m_connection.get(), static_cast<int>(timeout.count()));
+}
+
+bool Database::hasIdleWork() const
+{
+    return m_pageLengths && m_pageLengths->wantsSlice();
+}
+
+void Database::doIdleWork()
+{
+    m_pageLengths->readSlice();
 }
 
 Error Database::noConnectionError() const

@@ -13,6 +13,7 @@
 #include <memory>
 
 struct sqlite3;
+class PageLengths;
 class Statement;
 
 /// The one SQLite connection and the statements that run on it. Lives on `DatabaseManager`'s thread; only
@@ -65,6 +66,11 @@ public:
     /// that was locked at start-up its missing start-up steps if the lock is gone; waits for no lock then.
     Result<void> verifyUsable();
 
+    /// Whether there is something to do that makes later searches sooner; `doIdleWork` does a slice of it,
+    /// a few milliseconds long. For when nothing else is waiting.
+    bool hasIdleWork() const;
+    void doIdleWork();
+
 private:
     struct Closer {
         void operator()(sqlite3 *connection) const;
@@ -80,7 +86,8 @@ private:
     QString m_path;
     std::chrono::milliseconds m_busyTimeout;
     std::unique_ptr<sqlite3, Closer> m_connection;
-    QString m_openFailure; ///< SQLite's message; empty when there is a connection
+    std::unique_ptr<PageLengths> m_pageLengths; ///< after the connection, which it must not outlive
+    QString m_openFailure;                      ///< SQLite's message; empty when there is a connection
     StartUp m_startUp = StartUp::Complete;
 };
 

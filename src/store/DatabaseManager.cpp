@@ -43,15 +43,20 @@ private:
     {
         QDir().mkpath(QFileInfo(path).absolutePath()); // a failure shows when the file is opened
         Database database(path);
-        while (const Task task = next())
+        while (const Task task = next(database))
             task(database);
     }
 
     /// Waits for the next task; an empty one when all are done and no more may come.
-    Task next()
+    Task next(Database &database)
     {
         std::unique_lock lock(m_mutex);
-        m_wake.wait(lock, [this] { return m_isStopping || !m_personWaits.empty() || !m_background.empty(); });
+        while (!isNeeded() && database.hasIdleWork()) {
+            lock.unlock();
+            database.doIdleWork();
+            lock.lock();
+        }
+        m_wake.wait(lock, [this] { return isNeeded(); });
         std::deque<Task> &queue = m_personWaits.empty() ? m_background : m_personWaits;
         if (queue.empty())
             return {};
@@ -59,6 +64,9 @@ private:
         queue.pop_front();
         return task;
     }
+
+    /// Whether a task waits or the end has come. Under the lock.
+    bool isNeeded() const { return m_isStopping || !m_personWaits.empty() || !m_background.empty(); }
 
     std::mutex m_mutex;
     std::condition_variable m_wake;

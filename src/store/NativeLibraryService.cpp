@@ -2,6 +2,7 @@
 #include "store/NativeLibraryService.h"
 
 #include "store/DatabaseManager.h"
+#include "store/PageRows.h"
 #include "store/PaperQueries.h"
 #include "store/SystemSearchPublisher.h"
 
@@ -48,9 +49,13 @@ Result<void> writeEdit(Database &database, const QString &id, const PaperEdit &e
 Result<void> deleteRows(Database &database, const QString &id)
 {
     return inTransaction(database, [&]() -> Result<void> {
-        if (auto done = database.execute(QStringLiteral("DELETE FROM papers WHERE id = ?"), {id}); !done)
+        // Changes nothing, but takes the write lock before the rows are looked for.
+        auto done = database.execute(QStringLiteral("UPDATE papers SET id = id WHERE id = ?"), {id});
+        if (!done)
             return done;
-        return database.execute(QStringLiteral("DELETE FROM fts_papers WHERE paper_id = ?"), {id});
+        const std::optional<PageRows> pages = findPageRows(database, id);
+        done = database.execute(QStringLiteral("DELETE FROM papers WHERE id = ?"), {id});
+        return done ? deletePagesOf(database, id, pages) : done;
     });
 }
 } // namespace
