@@ -38,9 +38,12 @@ protected:
 TEST_F(CoverStoreTest, WritesIntoAFolderWithPercentSignsInItsName)
 {
     const QString folder = m_folder.path(QStringLiteral("50%2 of %1, %3"));
-    const Result<QString> path = CoverStore(folder).renderCover(m_document, QStringLiteral("id"));
-    ASSERT_TRUE(path) << path.error().message().toStdString();
-    EXPECT_EQ(*path, folder + u"/id.jpg");
+    const CoverStore covers(folder);
+    const Result<Cover> cover = covers.drawCover(m_document, QStringLiteral("id"));
+    ASSERT_TRUE(cover);
+    EXPECT_EQ(cover->path, folder + u"/id.jpg");
+    const Result<void> written = covers.write(*cover);
+    ASSERT_TRUE(written) << written.error().message().toStdString();
     EXPECT_EQ(QDir(folder).entryList(QDir::Files | QDir::Hidden), QStringList(QStringLiteral("id.jpg")));
 }
 
