@@ -40,7 +40,7 @@ pid_t childProcess()
     return 0;
 }
 
-bool hasChildren()
+[[maybe_unused]] bool hasChildren()
 {
     return waitpid(-1, nullptr, WNOHANG) >= 0 || errno != ECHILD;
 }
