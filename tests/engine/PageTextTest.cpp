@@ -99,11 +99,11 @@ TEST(PageText, OfOneEndlessLineIsCutBehindAWord)
 
 TEST(PageText, OfOneEndlessWordIsCutBehindACharacter)
 {
-    // The second font's codes are the characters of the line: 02 is the one of two bytes.
-    const QByteArray letters = "/F2 0.01 Tf <" + QByteArray("02").repeated(1000) + '>';
-    const PdfPage page = {.lines = {QStringLiteral("xé")},
+    // The second font's codes are the characters of the line: 02 is the one of three bytes.
+    const QByteArray letters = "<" + QByteArray("02").repeated(1000) + "> Tj\n";
+    const PdfPage page = {.lines = {QStringLiteral("x世")},
                           .mediaBox = PdfBox{0, 0, 5000, 1000},
-                          .drawing = "BT /F2 0.01 Tf 9.994 10 Td <01> Tj ET\n" + oneLineOf(letters, 540, 6)};
+                          .drawing = "BT /F2 0.001 Tf 10 10 Td <01> Tj\n" + letters.repeated(350) + "ET"};
     const std::string text = textOf(page);
     EXPECT_LE(text.size(), kMaxPageTextBytes);
     EXPECT_GT(text.size(), kMaxPageTextBytes - 5);
