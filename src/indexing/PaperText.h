@@ -23,7 +23,7 @@ public:
 
     /// Most text kept of one paper, in bytes. Chosen: 5,000 dense pages fit, and six papers at once stay
     /// within what an import may use.
-    static constexpr qsizetype kMaxBytes = 16 * 1024 * 1024;
+    static constexpr qsizetype kMaxBytes = 12 * 1024 * 1024;
 
     explicit PaperText(qsizetype maxBytes = kMaxBytes);
 
