@@ -21,7 +21,7 @@ public:
         qint64 wordCount; ///< at least 1
     };
 
-    /// Most text kept of one paper, in bytes. Chosen: 5,000 dense pages fit, and six papers at once stay
+    /// Most text kept of one paper, in bytes. Chosen: 4,000 dense pages fit, and six papers at once stay
     /// within what an import may use.
     static constexpr qsizetype kMaxBytes = 12 * 1024 * 1024;
 
