@@ -22,9 +22,7 @@ Result<std::optional<Paper>> replaceTagsOf(Database &database, const Paper &base
 {
     std::optional<Paper> changed;
     const Result<void> done = inTransaction(database, [&]() -> Result<void> {
-        // A write that changes nothing keeps other programs out from here on.
-        auto locked = database.execute(QStringLiteral("UPDATE papers SET id = id WHERE id = ?"), {base.id});
-        if (!locked)
+        if (auto locked = lockForPaper(database, base.id); !locked)
             return locked;
         Result<std::optional<Paper>> current = selectPaperById(database, base.id);
         if (!current)

@@ -33,13 +33,11 @@ Result<void> writeTags(Database &database, const Paper &paper)
     return {};
 }
 
-/// Whether the library holds the paper already. Changes nothing, but as a write it waits for other programs
-/// and keeps them out until the transaction ends, so that the answer stays true.
+/// Whether the library holds the paper already; true until the transaction ends.
 Result<bool> isStored(Database &database, const QString &id)
 {
-    const auto touched = database.execute(QStringLiteral("UPDATE papers SET id = id WHERE id = ?"), {id});
-    if (!touched)
-        return touched.error();
+    if (const auto locked = lockForPaper(database, id); !locked)
+        return locked.error();
     const auto rows = database.query(QStringLiteral("SELECT changes() AS n"));
     if (!rows)
         return rows.error();

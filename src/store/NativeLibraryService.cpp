@@ -49,8 +49,7 @@ Result<void> writeEdit(Database &database, const QString &id, const PaperEdit &e
 Result<void> deleteRows(Database &database, const QString &id)
 {
     return inTransaction(database, [&]() -> Result<void> {
-        // Changes nothing, but takes the write lock before the rows are looked for.
-        auto done = database.execute(QStringLiteral("UPDATE papers SET id = id WHERE id = ?"), {id});
+        auto done = lockForPaper(database, id); // before the rows are looked for
         if (!done)
             return done;
         const std::optional<PageRows> pages = findPageRows(database, id);

@@ -113,3 +113,8 @@ Result<std::optional<Paper>> selectPaperByContentHash(Database &database, const 
     return selectPaper(database, QStringLiteral("SELECT * FROM papers WHERE content_hash = ? LIMIT 1"),
                        digest);
 }
+
+Result<void> lockForPaper(Database &database, const QString &id)
+{
+    return database.execute(QStringLiteral("UPDATE papers SET id = id WHERE id = ?"), {id});
+}

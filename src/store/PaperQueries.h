@@ -22,6 +22,10 @@ Result<QList<Paper>> selectPapersByIds(Database &database, const QStringList &id
 Result<std::optional<Paper>> selectPaperById(Database &database, const QString &id);
 Result<std::optional<Paper>> selectPaperByContentHash(Database &database, const QString &digest);
 
+/// Takes the write lock for the open transaction, which must not have read yet: a write to the paper that
+/// changes nothing. It waits for other programs and keeps them out, so that what is read next stays true.
+Result<void> lockForPaper(Database &database, const QString &id);
+
 /// Every text of one column, in the order of the rows; a NULL is left out.
 Result<QStringList> selectTexts(Database &database, const QString &sql, QLatin1String column,
                                 const SqlValues &parameters = {});
