@@ -1,10 +1,10 @@
-# add_layer(name [USES layer...] [LIBRARIES target...] [PRIVATE_LIBRARIES target...])
+# add_layer(name [USES layer...] [LIBRARIES target...] [PRIVATE_LIBRARIES target...] [PRECOMPILED header])
 #
 # Makes the static library quirevault-<name> of every source file in src/<name>. Layers are declared from
 # the bottom up and may use only what was declared before them, so an include arrow that runs upwards has
 # no target to link and stops the configuration here. `./dev lint` reads the same calls.
 function(add_layer name)
-  cmake_parse_arguments(PARSE_ARGV 1 layer "" "" "USES;LIBRARIES;PRIVATE_LIBRARIES")
+  cmake_parse_arguments(PARSE_ARGV 1 layer "" "PRECOMPILED" "USES;LIBRARIES;PRIVATE_LIBRARIES")
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS
        "${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp" "${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.h")
   add_library(quirevault-${name} STATIC ${sources})
@@ -16,5 +16,8 @@ function(add_layer name)
     endif()
     target_link_libraries(quirevault-${name} PUBLIC quirevault-${used})
   endforeach()
-  target_precompile_headers(quirevault-${name} PRIVATE "${CMAKE_SOURCE_DIR}/cmake/precompiled.h")
+  if(NOT layer_PRECOMPILED)
+    set(layer_PRECOMPILED precompiled.h)
+  endif()
+  target_precompile_headers(quirevault-${name} PRIVATE "${CMAKE_SOURCE_DIR}/cmake/${layer_PRECOMPILED}")
 endfunction()

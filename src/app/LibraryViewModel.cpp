@@ -1,0 +1,1 @@
+#include "app/LibraryViewModel.h"

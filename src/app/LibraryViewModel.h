@@ -1,0 +1,153 @@
+#pragma once
+
+#include "app/SidebarCounts.h"
+#include "app/SidebarItem.h"
+#include "base/Clock.h"
+#include "base/Result.h"
+#include "store/Bookmark.h"
+#include "store/IndexFilesResponse.h"
+#include "store/Paper.h"
+#include "store/SearchResult.h"
+
+#include <QFuture>
+#include <QObject>
+#include <QProperty>
+#include <QStringList>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <qcorotask.h>
+#include <stop_token>
+
+class DatabaseManager;
+class ImportFlow;
+class NativeLibraryService;
+class Preferences;
+class RetagFlow;
+class SystemSearchPublisher;
+struct PaperEdit;
+
+/// The state of the library window, and what a person can do in it. Widgets read and observe the fields and
+/// call the operations; nothing here knows a widget. A field announces only a change to a different value.
+///
+/// Belongs to the main thread: every field and operation, and the process dies of an assertion elsewhere.
+/// Long work runs on other threads; what it finds is assigned on the main thread.
+///
+/// Its operations lie in four files: LibraryViewModel.cpp (loading, searching, removing),
+/// LibraryViewModelImport.cpp, LibraryViewModelTags.cpp and LibraryViewModelPapers.cpp (one paper's tags,
+/// attributes and bookmarks).
+class LibraryViewModel : public QObject
+{
+public:
+    using Search = std::function<QFuture<Result<QList<SearchResult>>>(const QString &query)>;
+    /// Shows the panel that chooses files and folders, and hands over what was chosen; says nothing when the
+    /// panel is dismissed.
+    using OpenPanel = std::function<void(std::function<void(const QStringList &locations)> chosen)>;
+
+    /// All must outlive the view model.
+    struct Collaborators {
+        DatabaseManager &db;
+        NativeLibraryService &library;
+        SystemSearchPublisher &publisher;
+        Preferences &preferences;
+        const Clock &clock;
+        ImportFlow &importFlow;
+        RetagFlow &retagFlow;
+        Search search;
+    };
+
+    /// Empty, with nothing loaded: call `loadPapers` and `loadTags`.
+    explicit LibraryViewModel(Collaborators collaborators);
+    /// Stops an import or a retag that still runs, and waits for its running jobs to abandon their work.
+    ~LibraryViewModel() override;
+
+    // What the window shows.
+    QProperty<QList<Paper>> papers;               ///< of the selected sidebar item, in the store's order
+    QProperty<QList<SearchResult>> searchResults; ///< of the last search, best first
+    QProperty<std::optional<Paper>> selectedPaper;
+    QProperty<QString> queryText;              ///< the search field's text; a change searches, after a pause
+    QProperty<bool> isSearching;               ///< a query is in force: results are shown instead of the grid
+    QProperty<bool> isLoading;                 ///< a load or a search is running
+    QProperty<SidebarItem> currentSidebarItem; ///< a change loads its papers
+    QProperty<QStringList> allTags;            ///< ascending; reserved names included
+    QProperty<std::optional<QString>> errorMessage;
+    QProperty<bool> isImporting;
+    QProperty<std::optional<IndexFilesResponse>> lastImportResult;
+    QProperty<std::optional<Paper>> confirmDeletePaper; ///< awaits confirmation of its removal
+    QProperty<bool> trashTargeted;                      ///< a dragged paper hovers over the trash
+    QProperty<double> importProgress;                   ///< 0 to 1
+    QProperty<QString> importStatus;
+    QProperty<int> importingCount; ///< files done
+    QProperty<int> importingTotal;
+    QProperty<bool> isCancellingImport;
+    QProperty<std::optional<QString>> scrollToId; ///< the grid scrolls to this paper, then clears it
+    QProperty<QString> importTimeEstimate;        ///< empty until it can be told
+    QProperty<QList<Bookmark>> bookmarks;
+    QProperty<int> searchFocusRequest;     ///< counts up: each step asks for focus in the search field
+    QProperty<QStringList> discoveredPDFs; ///< absolute paths to choose among, ascending by file name
+    QProperty<bool> showImportPicker;
+    QProperty<bool> isRetagging;
+    QProperty<double> retagProgress; ///< 0 to 1
+    QProperty<int> retagCount;
+    QProperty<int> retagTotal;
+    QProperty<std::optional<QString>> retagResult;
+
+    // Worked out from the above.
+    QProperty<QStringList> visibleTags;                   ///< without reserved names
+    QProperty<QList<Paper>> filteredPapers;               ///< `papers` that pass the query's field filters
+    QProperty<QList<SearchResult>> filteredSearchResults; ///< likewise, see `filteredResults`
+    SidebarCounts &sidebarCounts() { return m_sidebarCounts; }
+
+    // Loading and searching.
+    QCoro::Task<> loadPapers();
+    QCoro::Task<> loadTags(); ///< and the sidebar's counts
+    QCoro::Task<> performSearch(QString query);
+    void requestSearchFocus();
+    void select(const std::optional<Paper> &paper);
+
+    // Removing.
+    void requestDelete(const Paper &paper);
+    QCoro::Task<> deletePaper(Paper paper);
+
+    // Importing. Locations are absolute paths.
+    void setOpenPanel(OpenPanel panel);
+    void chooseAndImport();
+    /// Looks through files and folders that were chosen or dropped, off the main thread, then goes on with
+    /// `importURLs`.
+    QCoro::Task<> importLocations(QStringList locations);
+    QCoro::Task<> importURLs(QStringList candidates, bool containsFolder);
+    void importSelected(const QStringList &paths);
+    void startImport(const QStringList &paths); ///< does nothing while an import runs
+    void cancelImport();
+
+    // Tags of many papers. Names are trimmed; a blank name does nothing.
+    QCoro::Task<> createTag(QString name);
+    QCoro::Task<> renameTag(QString oldName, QString newName);
+    QCoro::Task<> deleteTag(QString name);
+    QCoro::Task<> tagVisiblePapers(QString name);
+    QCoro::Task<> removeTagFromVisiblePapers(QString name);
+    QStringList tagsOnVisiblePapers() const; ///< without reserved names, ascending
+    QCoro::Task<> retagLibrary();
+
+    // One paper. Each reloads what it changed; a failure becomes `errorMessage`.
+    QCoro::Task<> addTag(QString paperId, QString tag);
+    QCoro::Task<> removeTag(QString paperId, QString tag);
+    QCoro::Task<> setCurrentlyReading(QString paperId, bool isReading);
+    QCoro::Task<> updatePaper(QString paperId, PaperEdit edit);
+
+    // Bookmarks of the paper that the detail panel shows.
+    QCoro::Task<> loadBookmarks(QString paperId);
+    QCoro::Task<> deleteBookmark(QString bookmarkId);
+
+private:
+    struct Running;
+
+    Collaborators m_with;
+    SidebarCounts m_sidebarCounts;
+    OpenPanel m_openPanel;
+    std::unique_ptr<PendingCall> m_searchDebounce; ///< the search that waits for typing to pause
+    std::vector<QPropertyNotifier> m_observers;
+};
+
+/// Why `name` cannot be a tag of the user's; empty when it can. For people.
+QString tagNameProblem(const QString &name);
