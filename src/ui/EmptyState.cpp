@@ -41,10 +41,10 @@ EmptyState::EmptyState(const Texts &texts, QWidget *parent)
     layout->addWidget(m_title);
     layout->addWidget(m_text);
     layout->addStretch(3); // a little above the middle looks like the middle
-    show(texts);
+    setTexts(texts);
 }
 
-void EmptyState::show(const Texts &texts)
+void EmptyState::setTexts(const Texts &texts)
 {
     m_title->setText(texts.title);
     m_text->setText(texts.text);

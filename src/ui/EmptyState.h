@@ -20,7 +20,7 @@ public:
     };
     explicit EmptyState(const Texts &texts, QWidget *parent = nullptr);
 
-    void show(const Texts &texts);
+    void setTexts(const Texts &texts);
 
 protected:
     void changeEvent(QEvent *event) override;
