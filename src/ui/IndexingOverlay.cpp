@@ -56,6 +56,8 @@ void IndexingOverlay::showStatus()
 void IndexingOverlay::showCancelling()
 {
     const bool isCancelling = m_vm.isCancellingImport;
+    if (isCancelling && m_cancel->hasFocus())
+        setFocus(Qt::OtherFocusReason); // the overlay's, or it would leave
     m_cancel->setText(isCancelling ? QStringLiteral("Cancelling…") : QStringLiteral("Cancel"));
     m_cancel->setEnabled(!isCancelling);
 }
