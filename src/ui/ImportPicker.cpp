@@ -5,13 +5,32 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QStyledItemDelegate>
 #include <QTableView>
 #include <QVBoxLayout>
+
+namespace
+{
+// A click anywhere on a row toggles it; by default one on the box would do so once more.
+class RowDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    bool editorEvent(QEvent *, QAbstractItemModel *, const QStyleOptionViewItem &,
+                     const QModelIndex &) override
+    {
+        return false;
+    }
+};
+} // namespace
 
 ImportPicker::ImportPicker(const QStringList &discovered, QWidget *parent)
     : QDialog(parent)
@@ -64,6 +83,7 @@ void ImportPicker::setUpTable()
     m_table->setObjectName(QStringLiteral("pickerFiles"));
     m_table->setAccessibleName(QStringLiteral("Discovered PDFs"));
     m_table->setModel(m_model);
+    m_table->setItemDelegate(new RowDelegate(m_table));
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_table->setShowGrid(false);
@@ -82,7 +102,7 @@ void ImportPicker::setUpTable()
     header->resizeSection(ImportPickerModel::Size, m_table->fontMetrics().horizontalAdvance(u"1,000.0 MB") + 24);
     m_table->installEventFilter(this);
     connect(m_table, &QAbstractItemView::clicked, this, [this](const QModelIndex &index) {
-        if (m_table->selectionModel()->selectedRows().size() == 1)
+        if (QGuiApplication::keyboardModifiers() == Qt::NoModifier) // else rows are being selected
             m_model->toggle({index});
     });
 }
