@@ -7,6 +7,7 @@
 QString dataFolder();
 QString libraryDatabasePath();
 QString coversFolder();
+QString sessionFilePath();
 
 /// The folder of the running executable.
 QString programFolder();
