@@ -1,5 +1,6 @@
 #include "app/DesktopFileOpener.h"
 
+#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDesktopServices>
@@ -59,13 +60,14 @@ void DesktopFileOpener::showInFolder(const QString &path, Done done)
 
 void DesktopFileOpener::whenItExists(const QString &path, Done failed, std::function<void()> go)
 {
-    QtConcurrent::run([path] { return QFileInfo::exists(path); })
-        .then(this, [path, failed = std::move(failed), go = std::move(go)](bool exists) {
-            if (exists)
-                go();
-            else
-                failed(problem(kMissing, QStringLiteral("The file is no longer there"), path));
-        });
+    QtConcurrent::run([path] {
+        return QFileInfo::exists(path);
+    }).then(this, [path, failed = std::move(failed), go = std::move(go)](bool exists) {
+        if (exists)
+            go();
+        else
+            failed(problem(kMissing, QStringLiteral("The file is no longer there"), path));
+    });
 }
 
 void DesktopFileOpener::openInDefault(const QUrl &url, const QString &path, const Done &done)

@@ -2,9 +2,10 @@
 
 #include "app/FileOpener.h"
 
-#include <QDBusConnection>
 #include <QObject>
 #include <QUrl>
+
+class QDBusConnection;
 
 /// Opens files as the desktop's settings say. No path passes through a shell: a path is a D-Bus argument or a
 /// percent-encoded URL.

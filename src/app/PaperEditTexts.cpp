@@ -8,8 +8,10 @@ constexpr int kNotAYear = 1;
 
 Error notAYear()
 {
-    return {QStringLiteral("PaperEditTexts"), kNotAYear,
-            QStringLiteral("The year must be a whole number, such as 1998.")};
+    return {QStringLiteral("PaperEditTexts"),
+            kNotAYear,
+            QStringLiteral("The year must be a whole number, such as 1998."),
+            {}};
 }
 } // namespace
 
