@@ -71,7 +71,7 @@ void DetailsView::addFacts(QVBoxLayout &rows)
     rows.addWidget(m_editor);
     rows.addWidget(m_path);
     connect(m_editor, &PaperEditor::saved, this, &DetailsView::save);
-    connect(m_editor, &PaperEditor::cancelled, this, &DetailsView::endEditing);
+    connect(m_editor, &PaperEditor::cancelled, this, &DetailsView::dropEdit);
 }
 
 void DetailsView::addActions(QVBoxLayout &rows)
@@ -111,17 +111,18 @@ void DetailsView::setPaper(const Paper &paper)
     m_tags->setPaper(paper);
     showFacts();
     if (isAnother) {
-        endEditing();
+        dropEdit();
         ensureVisible(0, 0);
     } else if (m_writing && carries(paper, *m_writing)) {
-        endEditing();
+        dropEdit();
     }
 }
 
 void DetailsView::beginEditing()
 {
-    if (!m_isEditing)
-        showEditing(true);
+    if (m_isEditing)
+        return m_editor->focusFirst();
+    showEditing(true);
     m_editor->begin(PaperEditTexts::of(m_paper));
     ensureWidgetVisible(m_editor);
 }
@@ -135,12 +136,12 @@ void DetailsView::focusTagField()
 void DetailsView::save(const PaperEdit &edit)
 {
     if (carries(m_paper, edit))
-        return endEditing();
+        return dropEdit();
     m_writing = edit;
     m_with.vm.updatePaper(m_paper.id, edit);
 }
 
-void DetailsView::endEditing()
+void DetailsView::dropEdit()
 {
     const bool hadFocus = m_editor->isAncestorOf(focusWidget());
     m_writing.reset();

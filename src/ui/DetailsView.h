@@ -34,6 +34,8 @@ public:
 
     /// An edit goes on while `paper` is the one that is shown; it is dropped, unwritten, when it is another.
     void setPaper(const Paper &paper);
+    /// Ends an edit without writing it.
+    void dropEdit();
     void beginEditing();
     void focusTagField();
     bool isEditing() const { return m_isEditing; }
@@ -43,7 +45,6 @@ private:
     void addActions(QVBoxLayout &rows);
     QPushButton *addAction(const QString &text, const QIcon &icon, QLayout &row);
     void save(const PaperEdit &edit);
-    void endEditing();
     void showFacts();
     void showEditing(bool isEditing);
 

@@ -75,6 +75,11 @@ void PaperEditor::begin(const PaperEditTexts &texts)
     m_authors->setText(texts.authors);
     m_year->setText(texts.year);
     m_yearProblem->say({});
+    focusFirst();
+}
+
+void PaperEditor::focusFirst()
+{
     m_title->setFocus(Qt::OtherFocusReason);
     m_title->selectAll();
 }

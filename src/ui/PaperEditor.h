@@ -17,6 +17,7 @@ public:
 
     /// Fills the fields and puts the focus into the first one.
     void begin(const PaperEditTexts &texts);
+    void focusFirst();
 
 Q_SIGNALS:
     void saved(const PaperEdit &edit); ///< `edit` may change nothing

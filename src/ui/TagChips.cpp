@@ -25,8 +25,8 @@ TagChips::TagChips(QWidget *parent)
 
 TagChip *TagChips::chipAt(int index) const
 {
-    const QLayoutItem *item = m_rows->itemAt(index);
-    return item != nullptr ? static_cast<TagChip *>(const_cast<QLayoutItem *>(item)->widget()) : nullptr;
+    QLayoutItem *item = m_rows->itemAt(index);
+    return item != nullptr ? static_cast<TagChip *>(item->widget()) : nullptr;
 }
 
 void TagChips::insertChip(int index, const QString &tag)
@@ -37,6 +37,14 @@ void TagChips::insertChip(int index, const QString &tag)
     chip->show();
 }
 
+// A chip may be at work on the very event that led here, so it goes later.
+void TagChips::takeChip(int index)
+{
+    const std::unique_ptr<QLayoutItem> item(m_rows->takeAt(index));
+    item->widget()->hide();
+    item->widget()->deleteLater();
+}
+
 void TagChips::setTags(const QStringList &tags)
 {
     int lostFocus = -1;
@@ -45,14 +53,17 @@ void TagChips::setTags(const QStringList &tags)
             continue;
         if (chipAt(i)->hasFocus())
             lostFocus = i;
-        delete chipAt(i); // takes itself out of the rows
+        takeChip(i);
     }
     for (int i = 0; i < tags.size(); ++i) {
         if (TagChip *chip = chipAt(i); chip == nullptr || chip->label() != tags[i])
             insertChip(i, tags[i]);
     }
     while (m_rows->count() > tags.size())
-        delete chipAt(m_rows->count() - 1);
+        takeChip(m_rows->count() - 1);
+    // New chips are last in the order of the Tab key, which is not where they stand.
+    for (int i = 0; i < m_rows->count(); ++i)
+        setTabOrder(i == 0 ? static_cast<QWidget *>(this) : chipAt(i - 1), chipAt(i));
     setVisible(!tags.isEmpty());
     if (lostFocus >= 0)
         focusNear(lostFocus);

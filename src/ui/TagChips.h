@@ -25,6 +25,7 @@ Q_SIGNALS:
 private:
     TagChip *chipAt(int index) const;
     void insertChip(int index, const QString &tag);
+    void takeChip(int index);
     void focusNear(int index);
 
     FlowLayout *m_rows;
