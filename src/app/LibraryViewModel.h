@@ -10,14 +10,17 @@
 #include "store/SearchResult.h"
 
 #include <QFuture>
+#include <QMap>
 #include <QObject>
 #include <QProperty>
 #include <QStringList>
+#include <QThreadPool>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <qcorotask.h>
 #include <stop_token>
+#include <vector>
 
 class DatabaseManager;
 class ImportFlow;
@@ -25,7 +28,10 @@ class NativeLibraryService;
 class Preferences;
 class RetagFlow;
 class SystemSearchPublisher;
+struct ImportOutcome;
+struct ImportProgress;
 struct PaperEdit;
+struct RetagCount;
 
 /// The state of the library window, and what a person can do in it. Widgets read and observe the fields and
 /// call the operations; nothing here knows a widget. A field announces only a change to a different value.
@@ -140,12 +146,54 @@ public:
     QCoro::Task<> deleteBookmark(QString bookmarkId);
 
 private:
-    struct Running;
+    struct LoadedPapers;
+
+    void requireMainThread() const;
+    void observe();
+    template <typename... T> void destroyElsewhere(T... things);
+
+    LoadedPapers readPapers(const SidebarItem &item, const QList<Paper> &shown,
+                            const std::optional<Paper> &selected) const;
+    Result<QList<Paper>> papersOf(const SidebarItem &item) const;
+    void take(const LoadedPapers &loaded);
+    void replacePapers(const QList<Paper> &list);
+    void discardLoads();
+    void updateIsLoading();
+    void forget(const QString &paperId);
+
+    void onQueryTextChanged();
+    void leaveSearch();
+    void filterPapers();
+    void filterResults();
+
+    bool refuseWhileImporting();
+    QCoro::Task<> runImport(QStringList paths);
+    void foldIn(const ImportProgress &progress);
+    void finishImport(const ImportOutcome &outcome);
+    void tellProblems();
+
+    QCoro::Task<> reload();
+    bool refuseTag(const QString &name);
+    QCoro::Task<> afterTagChange(QFuture<Result<void>> changing, QString changed, SidebarItem successor);
+    using ChangePaper = std::function<void(NativeLibraryService &library, const Paper &paper)>;
+    QCoro::Task<> changeEach(QList<Paper> changed, ChangePaper change);
+    void foldIn(const RetagCount &count);
+
+    QCoro::Task<> afterPaperChange(QFuture<Result<void>> changing, QString paperId);
 
     Collaborators m_with;
     SidebarCounts m_sidebarCounts;
     OpenPanel m_openPanel;
     std::unique_ptr<PendingCall> m_searchDebounce; ///< the search that waits for typing to pause
+    int m_loads = 0;                               ///< that have not answered yet
+    int m_latestLoad = 0;                          ///< the one whose answer counts
+    int m_searches = 0;                            ///< of the query in force, not answered yet
+    int m_searchMode = 0;                          ///< counts the times that searching was left
+    QString m_bookmarksOf;                         ///< the paper whose bookmarks were asked for last
+    QMap<QString, QString> m_problems;             ///< found by looking for files, not told yet
+    std::stop_source m_cancelImport;               ///< begin no more files
+    std::stop_source m_end;                        ///< abandon everything: the view model dies
+    QThreadPool m_workers;
     std::vector<QPropertyNotifier> m_observers;
 };
 

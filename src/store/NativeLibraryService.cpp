@@ -57,6 +57,44 @@ Result<void> deleteRows(Database &database, const QString &id)
         return done ? deletePagesOf(database, id, pages) : done;
     });
 }
+
+Result<qint64> countOf(Database &database, const QString &sql, const SqlValues &parameters = {})
+{
+    const auto rows = database.query(sql, parameters);
+    if (!rows)
+        return rows.error();
+    return rows->isEmpty() ? 0 : rows->first().integer(QLatin1String("n")).value_or(0);
+}
+
+Result<QHash<QString, qint64>> countsByTag(Database &database)
+{
+    const auto rows = database.query(QStringLiteral("SELECT tag, count(*) AS n FROM tags GROUP BY tag"));
+    if (!rows)
+        return rows.error();
+    QHash<QString, qint64> counts;
+    for (const Row &row : *rows) {
+        if (const auto tag = row.text(QLatin1String("tag")))
+            counts.insert(*tag, row.integer(QLatin1String("n")).value_or(0));
+    }
+    return counts;
+}
+
+Result<PaperCounts> countPapers(Database &database, const std::optional<QString> &cutOff)
+{
+    const auto all = countOf(database, QStringLiteral("SELECT count(*) AS n FROM papers"));
+    if (!all)
+        return all.error();
+    Result<qint64> recent(0);
+    if (cutOff)
+        recent = countOf(database, QStringLiteral("SELECT count(*) AS n FROM papers WHERE date_indexed >= ?"),
+                         {*cutOff});
+    if (!recent)
+        return recent.error();
+    const auto byTag = countsByTag(database);
+    if (!byTag)
+        return byTag.error();
+    return PaperCounts{.all = *all, .recentlyImported = *recent, .byTag = *byTag};
+}
 } // namespace
 
 NativeLibraryService::NativeLibraryService(DatabaseManager &db, SystemSearchPublisher &publisher,
@@ -98,6 +136,11 @@ QFuture<Result<QList<Paper>>> NativeLibraryService::recentlyImportedPapers(const
             QStringLiteral("SELECT * FROM papers WHERE date_indexed >= ? ORDER BY date_indexed DESC"),
             {cutOff});
     });
+}
+
+QFuture<Result<PaperCounts>> NativeLibraryService::paperCounts(const std::optional<QString> &cutOff)
+{
+    return m_db.perform(m_urgency, [cutOff](Database &database) { return countPapers(database, cutOff); });
 }
 
 QFuture<Result<std::optional<Paper>>> NativeLibraryService::paperById(const QString &id)

@@ -129,7 +129,8 @@ void Sidebar::showMenu(QPoint position)
 {
     const QModelIndex index = m_view->indexAt(position);
     const std::optional<SidebarItem> item = m_model->item(index);
-    if (item && !item->isTag())
+    const bool isOfTags = item ? item->isTag() : index != m_model->section(SidebarModel::Library);
+    if (!isOfTags)
         return;
     auto *menu = new QMenu(this);
     menu->setObjectName(QStringLiteral("sidebarMenu"));
@@ -140,7 +141,7 @@ void Sidebar::showMenu(QPoint position)
                         [this, tag] { Q_EMIT renameTagRequested(tag); });
         menu->addAction(symbolIcon(Symbol::Delete), QStringLiteral("Delete Tag"), this,
                         [this, tag] { Q_EMIT deleteTagRequested(tag); });
-    } else if (index != m_model->section(SidebarModel::Library)) {
+    } else {
         menu->addAction(symbolIcon(Symbol::NewTag), QStringLiteral("New Tag"), this,
                         &Sidebar::newTagRequested);
     }

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "app/LibraryViewModel.h"
+
+#include <QtConcurrent>
+
+// What the files of `LibraryViewModel` share about its work on other threads.
+
+/// What a worker read for `loadPapers`.
+struct LibraryViewModel::LoadedPapers {
+    Result<QList<Paper>> papers;
+    bool isNews = false; ///< whether the papers differ from those that were shown when the load began
+    QString selectedId;  ///< of the paper that was selected then
+    Result<std::optional<Paper>> selected;
+};
+
+/// Lets a worker destroy what may hold 100,000 papers: on the main thread that would take several frames.
+template <typename... T> void LibraryViewModel::destroyElsewhere(T... things)
+{
+    m_workers.start([... things = std::move(things)] {});
+}
+
+/// Gives the paper a tag of the user's; one that has a real tag is no longer untagged. Blocks.
+Result<void> tagPaper(NativeLibraryService &library, const QString &paperId, const QString &tag);
