@@ -20,7 +20,7 @@ constexpr std::array kShortcuts = {
     Shortcut{u"Everywhere", u"Import PDFs", u"Ctrl+I"},
     Shortcut{u"Everywhere", u"Refresh the library", u"F5"},
     Shortcut{u"Everywhere", u"Show or hide the sidebar", u"F9"},
-    Shortcut{u"Everywhere", u"Show or hide the details", u"F10"},
+    Shortcut{u"Everywhere", u"Show or hide the details", u"F8"},
     Shortcut{u"Everywhere", u"Full screen", u"F11"},
     Shortcut{u"Everywhere", u"Close the window", u"Ctrl+W"},
     Shortcut{u"Everywhere", u"Quit", u"Ctrl+Q"},
