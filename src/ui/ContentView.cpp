@@ -3,7 +3,9 @@
 #include "app/LibraryCommands.h"
 #include "app/LibraryViewModel.h"
 #include "ui/Alert.h"
+#include "ui/ClosingQuestion.h"
 #include "ui/DragContent.h"
+#include "ui/DragWatcher.h"
 #include "ui/FileDropTarget.h"
 #include "ui/ImportPanel.h"
 #include "ui/IndexingOverlay.h"
@@ -22,10 +24,8 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QDropEvent>
-#include <QPushButton>
 #include <QSplitter>
-#include <QWindow>
+#include <QVBoxLayout>
 
 namespace
 {
@@ -53,6 +53,8 @@ ContentView::ContentView(Collaborators with, QWidget *parent)
     , m_tagAlerts(new TagAlerts(with.vm, this))
     , m_alerts(new LibraryAlertsModifier(with.vm, this))
     , m_layout(with.preferences, this, m_panes)
+    , m_closingQuestion(new ClosingQuestion(with.vm, this))
+    , m_drags(new DragWatcher(this))
 {
     setObjectName(QStringLiteral("libraryWindow"));
     setWindowTitle(QStringLiteral("Library"));
@@ -64,6 +66,7 @@ ContentView::ContentView(Collaborators with, QWidget *parent)
     connectPanes();
     connectCommands();
     connectCards();
+    connectDrags();
     m_vm.setOpenPanel([this](auto chosen) { ImportPanel::choose(this, std::move(chosen)); });
 }
 
@@ -99,27 +102,23 @@ void ContentView::addOverlays()
 {
     new IndexingOverlay(m_vm, m_panes);
     new RetaggingOverlay(m_vm, m_panes);
-    const auto lockToolBar = [this] { m_toolBar->setEnabled(!m_vm.isImporting && !m_vm.isRetagging); };
-    lockToolBar();
-    m_observers.push_back(m_vm.isImporting.addNotifier([this, lockToolBar] {
+    const auto lock = [this] {
         lockToolBar();
-        if (!m_vm.isImporting && m_closeQuestion)
-            m_closeQuestion->reject(); // there is nothing left to ask about
-    }));
-    m_observers.push_back(m_vm.isRetagging.addNotifier(lockToolBar));
+    };
+    m_observers.push_back(m_vm.isImporting.addNotifier(lock));
+    m_observers.push_back(m_vm.isRetagging.addNotifier(lock));
+    lockToolBar();
 }
 
 void ContentView::connectPanes()
 {
-    showPane(m_sidebar, m_windowCommands->showSidebar, !m_sidebar->isHidden());
-    showPane(m_details, m_windowCommands->showDetails, !m_details->isHidden());
+    m_windowCommands->showSidebar->setChecked(!m_sidebar->isHidden());
+    m_windowCommands->showDetails->setChecked(!m_details->isHidden());
     connect(m_windowCommands->showSidebar, &QAction::toggled, m_sidebar, &QWidget::setVisible);
     connect(m_windowCommands->showDetails, &QAction::toggled, m_details, &QWidget::setVisible);
     connect(m_sidebar, &Sidebar::newTagRequested, m_tagAlerts, &TagAlerts::newTag);
     connect(m_sidebar, &Sidebar::renameTagRequested, m_tagAlerts, &TagAlerts::renameTag);
     connect(m_sidebar, &Sidebar::deleteTagRequested, m_tagAlerts, &TagAlerts::deleteTag);
-    connect(m_dropTarget, &FileDropTarget::dropped, this,
-            [this](const QStringList &locations) { m_vm.importLocations(locations); });
 }
 
 void ContentView::connectCommands()
@@ -143,4 +142,69 @@ void ContentView::connectCards()
     };
     connectTo(m_library->grid());
     connectTo(m_library->results());
+}
+
+void ContentView::connectDrags()
+{
+    connect(m_drags, &DragWatcher::entered, this, [this](const QMimeData *content) {
+        m_sidebar->setCardDragged(isCardDrag(content));
+        const bool canImport = !m_vm.isImporting && !QApplication::activeModalWidget();
+        m_dropTarget->setShown(canImport && !draggedLocations(content).isEmpty());
+    });
+    connect(m_drags, &DragWatcher::ended, this, [this] {
+        m_sidebar->setCardDragged(false);
+        m_dropTarget->setShown(false);
+    });
+    connect(m_dropTarget, &FileDropTarget::dropped, this,
+            [this](const QStringList &locations) { m_vm.importLocations(locations); });
+}
+
+void ContentView::editDetails(void (PaperDetailPanel::*edit)())
+{
+    m_windowCommands->showDetails->setChecked(true);
+    (m_details->*edit)();
+}
+
+void ContentView::lockToolBar()
+{
+    m_toolBar->setEnabled(!m_vm.isImporting && !m_vm.isRetagging);
+}
+
+void ContentView::tellFocus()
+{
+    if (isActiveWindow())
+        m_commands.setFocusedLibrary(&m_vm);
+    else if (m_commands.focusedLibrary() == &m_vm)
+        m_commands.setFocusedLibrary(nullptr);
+}
+
+void ContentView::changeEvent(QEvent *event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange)
+        tellFocus();
+    if (event->type() == QEvent::WindowStateChange)
+        m_windowCommands->fullScreen->setChecked(isFullScreen());
+}
+
+void ContentView::showEvent(QShowEvent *event)
+{
+    QMainWindow::showEvent(event);
+    if (m_wasShown)
+        return;
+    m_wasShown = true;
+    m_drags->start();
+    m_library->focusContent();
+    m_alerts->showPending();
+}
+
+void ContentView::closeEvent(QCloseEvent *event)
+{
+    if (!m_closingQuestion->mayClose()) {
+        event->ignore();
+        return;
+    }
+    m_layout.save();
+    QMainWindow::closeEvent(event);
+    Q_EMIT closed();
 }

@@ -4,11 +4,12 @@
 #include "ui/WindowLayout.h"
 
 #include <QMainWindow>
-#include <QPointer>
 #include <QProperty>
 #include <vector>
 
+class ClosingQuestion;
 class CoverCache;
+class DragWatcher;
 class FileDropTarget;
 class LibraryAlertsModifier;
 class LibraryCommands;
@@ -16,8 +17,6 @@ class LibraryView;
 class LibraryViewModel;
 class PaperDetailPanel;
 class Preferences;
-class QMessageBox;
-class QMimeData;
 class QSplitter;
 class QToolBar;
 class Sidebar;
@@ -47,8 +46,6 @@ Q_SIGNALS:
     void closed();
 
 protected:
-    bool event(QEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void changeEvent(QEvent *event) override;
     void showEvent(QShowEvent *event) override;
@@ -59,12 +56,10 @@ private:
     void connectPanes();
     void connectCommands();
     void connectCards();
-    void showPane(QWidget *pane, QAction *switcher, bool isShown);
+    void connectDrags();
     void editDetails(void (PaperDetailPanel::*edit)());
+    void lockToolBar();
     void tellFocus();
-    void watchDrags(QEvent *event);
-    void setDragged(const QMimeData *content);
-    void askBeforeClosing();
 
     LibraryViewModel &m_vm;
     LibraryCommands &m_commands;
@@ -78,8 +73,8 @@ private:
     TagAlerts *m_tagAlerts;
     LibraryAlertsModifier *m_alerts;
     WindowLayout m_layout;
-    QPointer<QMessageBox> m_closeQuestion;
-    bool m_mayStopImport = false;
+    ClosingQuestion *m_closingQuestion;
+    DragWatcher *m_drags;
     bool m_wasShown = false;
     std::vector<QPropertyNotifier> m_observers;
 };

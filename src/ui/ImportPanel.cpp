@@ -19,7 +19,8 @@ ImportPanel::ImportPanel(QWidget *parent)
 void ImportPanel::accept()
 {
     const QStringList selected = selectedFiles();
-    const bool areThere = std::ranges::all_of(selected, [](const QString &path) { return QFileInfo::exists(path); });
+    const bool areThere =
+        std::ranges::all_of(selected, [](const QString &path) { return QFileInfo::exists(path); });
     if (selected.isEmpty() || !areThere)
         QFileDialog::accept(); // says what is missing
     else

@@ -99,7 +99,8 @@ void ImportPicker::setUpTable()
     header->setStretchLastSection(false);
     header->setSectionResizeMode(ImportPickerModel::Name, QHeaderView::Stretch);
     header->setSectionResizeMode(ImportPickerModel::Folder, QHeaderView::Stretch);
-    header->resizeSection(ImportPickerModel::Size, m_table->fontMetrics().horizontalAdvance(u"1,000.0 MB") + 24);
+    header->resizeSection(ImportPickerModel::Size,
+                          m_table->fontMetrics().horizontalAdvance(u"1,000.0 MB") + 24);
     m_table->installEventFilter(this);
     connect(m_table, &QAbstractItemView::clicked, this, [this](const QModelIndex &index) {
         if (QGuiApplication::keyboardModifiers() == Qt::NoModifier) // else rows are being selected
@@ -167,7 +168,8 @@ void ImportPicker::showTicks()
     const int shown = m_model->rowCount();
     const int ticked = m_model->shownTickedCount();
     const QString all = QStringLiteral("Select All (%1 new PDFs found)").arg(m_model->fileCount());
-    const QString some = QStringLiteral("Select Shown (%1 of %2 new PDFs)").arg(shown).arg(m_model->fileCount());
+    const QString some =
+        QStringLiteral("Select Shown (%1 of %2 new PDFs)").arg(shown).arg(m_model->fileCount());
     m_all->setText(m_model->isFiltered() ? some : all);
     // A partial state is only ever shown: a click always leads to all or none.
     m_all->setCheckState(shown > 0 && ticked == shown ? Qt::Checked

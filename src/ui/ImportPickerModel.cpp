@@ -69,7 +69,9 @@ void ImportPickerModel::toggle(const QModelIndexList &rows)
 {
     if (rows.isEmpty())
         return;
-    const auto fileOf = [this](const QModelIndex &row) { return m_shown[static_cast<std::size_t>(row.row())]; };
+    const auto fileOf = [this](const QModelIndex &row) {
+        return m_shown[static_cast<std::size_t>(row.row())];
+    };
     const bool areAllTicked = std::ranges::all_of(rows, [&](const QModelIndex &row) -> bool {
         return m_ticked[static_cast<std::size_t>(fileOf(row))];
     });
@@ -104,7 +106,8 @@ QVariant ImportPickerModel::data(const QModelIndex &index, int role) const
             return {};
         return m_ticked[static_cast<std::size_t>(file)] ? Qt::Checked : Qt::Unchecked;
     case Qt::TextAlignmentRole:
-        return QVariant::fromValue(Qt::AlignVCenter | (index.column() == Size ? Qt::AlignRight : Qt::AlignLeft));
+        return QVariant::fromValue(Qt::AlignVCenter |
+                                   (index.column() == Size ? Qt::AlignRight : Qt::AlignLeft));
     default:
         return {};
     }

@@ -55,7 +55,7 @@ private:
     std::vector<File> m_files;
     std::vector<bool> m_ticked; ///< by file
     int m_tickedCount = 0;
-    std::vector<int> m_shown;                ///< the file of each row, ascending
-    mutable std::vector<qint64> m_sizes;     ///< by file; see the constants beside `sizeText`
+    std::vector<int> m_shown;            ///< the file of each row, ascending
+    mutable std::vector<qint64> m_sizes; ///< by file; see the constants beside `sizeText`
     mutable FileSizes m_reader;
 };

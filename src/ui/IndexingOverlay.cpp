@@ -27,8 +27,12 @@ IndexingOverlay::IndexingOverlay(LibraryViewModel &vm, QWidget *covered)
 
 void IndexingOverlay::observe()
 {
-    const auto progress = [this] { showProgress(); };
-    const auto status = [this] { showStatus(); };
+    const auto progress = [this] {
+        showProgress();
+    };
+    const auto status = [this] {
+        showStatus();
+    };
     m_observers.push_back(m_vm.importProgress.addNotifier(progress));
     m_observers.push_back(m_vm.importingCount.addNotifier(progress));
     m_observers.push_back(m_vm.importingTotal.addNotifier(progress));

@@ -13,8 +13,8 @@ class LibraryToolBar : public QToolBar
     Q_OBJECT
 
 public:
-    LibraryToolBar(LibraryViewModel &vm, const LibraryCommands &commands, const WindowCommands &windowCommands,
-                   QWidget *parent = nullptr);
+    LibraryToolBar(LibraryViewModel &vm, const LibraryCommands &commands,
+                   const WindowCommands &windowCommands, QWidget *parent = nullptr);
 
 private:
     /// The menu is filled each time it opens.

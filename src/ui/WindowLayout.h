@@ -10,7 +10,8 @@ class QWidget;
 // Preferences of the library window's layout.
 inline constexpr char kLibraryGeometryKey[] = "libraryWindow/geometry"; ///< as Qt saves it, in Base64
 inline constexpr char kLibraryWidthsKey[] = "libraryWindow/widths"; ///< of the panes in pixels, with commas
-inline constexpr char kLibraryHiddenKey[] = "libraryWindow/hidden"; ///< names of the hidden panes, with commas
+inline constexpr char kLibraryHiddenKey[] =
+    "libraryWindow/hidden"; ///< names of the hidden panes, with commas
 
 /// Remembers where the library window stood and how its panes shared it.
 class WindowLayout
