@@ -25,6 +25,11 @@ QString coversFolder()
     return dataFolder() + u"/covers";
 }
 
+QString sessionFilePath()
+{
+    return dataFolder() + u"/session.json";
+}
+
 QString programFolder()
 {
     // Unlike the name in argv, this holds whatever the program was started as.

@@ -7,6 +7,7 @@
 QString dataFolder();
 QString libraryDatabasePath();
 QString coversFolder();
+QString sessionFilePath();
 
 /// Where the library lies when nothing in the environment says otherwise.
 QString defaultDataFolder();
