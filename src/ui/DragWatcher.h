@@ -1,8 +1,8 @@
 #pragma once
 
+#include <QMimeData>
 #include <QObject>
 
-class QMimeData;
 class QWidget;
 
 /// Tells what is dragged over a window, wherever in it the pointer is.

@@ -100,7 +100,7 @@ void ImportPicker::setUpTable()
     header->setSectionResizeMode(ImportPickerModel::Name, QHeaderView::Stretch);
     header->setSectionResizeMode(ImportPickerModel::Folder, QHeaderView::Stretch);
     header->resizeSection(ImportPickerModel::Size,
-                          m_table->fontMetrics().horizontalAdvance(u"1,000.0 MB") + 24);
+                          m_table->fontMetrics().horizontalAdvance(QStringLiteral("1,000.0 MB")) + 24);
     m_table->installEventFilter(this);
     connect(m_table, &QAbstractItemView::clicked, this, [this](const QModelIndex &index) {
         if (QGuiApplication::keyboardModifiers() == Qt::NoModifier) // else rows are being selected

@@ -9,37 +9,37 @@
 namespace
 {
 struct Shortcut {
-    const char16_t *group;
-    const char16_t *what;
-    const char16_t *keys; ///< portable text of a key sequence
+    const char *group;
+    const char *what;
+    const char *keys; ///< portable text of a key sequence
 };
 
 constexpr std::array kShortcuts = {
-    Shortcut{u"Everywhere", u"Open the library", u"Ctrl+L"},
-    Shortcut{u"Everywhere", u"Find in the library", u"Ctrl+F"},
-    Shortcut{u"Everywhere", u"Import PDFs", u"Ctrl+I"},
-    Shortcut{u"Everywhere", u"Refresh the library", u"F5"},
-    Shortcut{u"Everywhere", u"Show or hide the sidebar", u"F9"},
-    Shortcut{u"Everywhere", u"Show or hide the details", u"F8"},
-    Shortcut{u"Everywhere", u"Full screen", u"F11"},
-    Shortcut{u"Everywhere", u"Close the window", u"Ctrl+W"},
-    Shortcut{u"Everywhere", u"Quit", u"Ctrl+Q"},
-    Shortcut{u"Papers", u"Move among the papers", u"Arrow keys"},
-    Shortcut{u"Papers", u"Find a paper by its title", u"Type its first letters"},
-    Shortcut{u"Papers", u"Open the paper", u"Return"},
-    Shortcut{u"Papers", u"Show or hide the details", u"Space"},
-    Shortcut{u"Papers", u"Edit title, authors and year", u"F2"},
-    Shortcut{u"Papers", u"Add a tag", u"Ctrl+T"},
-    Shortcut{u"Papers", u"Remove from the library", u"Delete"},
-    Shortcut{u"Search field", u"Go to what was found", u"Return or Down"},
-    Shortcut{u"Search field", u"Clear, and go back to the papers", u"Escape"},
+    Shortcut{"Everywhere", "Open the library", "Ctrl+L"},
+    Shortcut{"Everywhere", "Find in the library", "Ctrl+F"},
+    Shortcut{"Everywhere", "Import PDFs", "Ctrl+I"},
+    Shortcut{"Everywhere", "Refresh the library", "F5"},
+    Shortcut{"Everywhere", "Show or hide the sidebar", "F9"},
+    Shortcut{"Everywhere", "Show or hide the details", "F8"},
+    Shortcut{"Everywhere", "Full screen", "F11"},
+    Shortcut{"Everywhere", "Close the window", "Ctrl+W"},
+    Shortcut{"Everywhere", "Quit", "Ctrl+Q"},
+    Shortcut{"Papers", "Move among the papers", "Arrow keys"},
+    Shortcut{"Papers", "Find a paper by its title", "Type its first letters"},
+    Shortcut{"Papers", "Open the paper", "Return"},
+    Shortcut{"Papers", "Show or hide the details", "Space"},
+    Shortcut{"Papers", "Edit title, authors and year", "F2"},
+    Shortcut{"Papers", "Add a tag", "Ctrl+T"},
+    Shortcut{"Papers", "Remove from the library", "Delete"},
+    Shortcut{"Search field", "Go to what was found", "Return or Down"},
+    Shortcut{"Search field", "Clear, and go back to the papers", "Escape"},
 };
 
 void fill(QTreeWidget *list)
 {
     QTreeWidgetItem *group = nullptr;
     for (const Shortcut &shortcut : kShortcuts) {
-        const QString groupName(shortcut.group);
+        const QString groupName = QLatin1String(shortcut.group);
         if (!group || group->text(0) != groupName) {
             group = new QTreeWidgetItem(list, {groupName});
             group->setFirstColumnSpanned(true);
@@ -47,7 +47,7 @@ void fill(QTreeWidget *list)
             bold.setBold(true);
             group->setFont(0, bold);
         }
-        new QTreeWidgetItem(group, {QString(shortcut.what), QString(shortcut.keys)});
+        new QTreeWidgetItem(group, {QLatin1String(shortcut.what), QLatin1String(shortcut.keys)});
     }
     list->expandAll();
     list->resizeColumnToContents(0);

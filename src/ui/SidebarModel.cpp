@@ -15,15 +15,15 @@ namespace
 constexpr quintptr kNoSection = SidebarModel::SectionCount;
 
 struct LibraryRow {
-    const char16_t *title;
+    const char *title;
     Symbol symbol;
     SidebarItem::Kind kind;
 };
 
 constexpr std::array kLibraryRows = {
-    LibraryRow{u"All Papers", Symbol::AllPapers, SidebarItem::Kind::All},
-    LibraryRow{u"Currently Reading", Symbol::CurrentlyReading, SidebarItem::Kind::CurrentlyReading},
-    LibraryRow{u"Recently Imported", Symbol::RecentlyImported, SidebarItem::Kind::RecentlyImported},
+    LibraryRow{"All Papers", Symbol::AllPapers, SidebarItem::Kind::All},
+    LibraryRow{"Currently Reading", Symbol::CurrentlyReading, SidebarItem::Kind::CurrentlyReading},
+    LibraryRow{"Recently Imported", Symbol::RecentlyImported, SidebarItem::Kind::RecentlyImported},
 };
 
 QString sectionTitle(int section)
@@ -101,7 +101,7 @@ QVariant SidebarModel::data(const QModelIndex &index, int role) const
 
     const LibraryRow *fixed =
         shown->isTag() ? nullptr : &kLibraryRows.at(static_cast<std::size_t>(index.row()));
-    const QString title = fixed ? QString(fixed->title) : shown->tag;
+    const QString title = fixed ? QString(QLatin1String(fixed->title)) : shown->tag;
     switch (role) {
     case Qt::DisplayRole:
     case Qt::ToolTipRole:
