@@ -80,7 +80,9 @@ Database::~Database() = default;
 void Database::open()
 {
     sqlite3 *opened = nullptr;
-    const int code = sqlite3_open(QFile::encodeName(m_path).constData(), &opened);
+    // Without SQLite's own locks, taken at every look at a column: one thread alone uses the connection.
+    constexpr int kFlags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
+    const int code = sqlite3_open_v2(QFile::encodeName(m_path).constData(), &opened, kFlags, nullptr);
     m_connection.reset(opened);
     if (code == SQLITE_OK)
         return;
@@ -133,18 +135,29 @@ Result<void> Database::execute(const QString &sql, const SqlValues &parameters)
 
 Result<QList<Row>> Database::query(const QString &sql, const SqlValues &parameters)
 {
+    QList<Row> rows;
+    if (auto read = forEachRow(sql, parameters, [&](const Row &row) { rows.append(row); }); !read)
+        return read.error();
+    return rows;
+}
+
+Result<void> Database::forEachRow(const QString &sql, const SqlValues &parameters,
+                                  const std::function<void(const Row &)> &read)
+{
     Result<Statement> statement = prepare(sql, parameters);
     if (!statement)
         return statement.error();
     const std::shared_ptr<const QStringList> columns = columnNames(*statement);
     const int count = statement->columnCount();
-    QList<Row> rows;
+    bool isFirst = true;
     Statement::Step step = statement->step();
-    for (; step == Statement::Step::Row; step = statement->step())
-        rows.emplaceBack(columns, currentValues(*statement, count));
-    if (step == Statement::Step::Failed && rows.isEmpty())
+    for (; step == Statement::Step::Row; step = statement->step()) {
+        read(Row(columns, currentValues(*statement, count)));
+        isFirst = false;
+    }
+    if (step == Statement::Step::Failed && isFirst)
         return statement->error();
-    return rows;
+    return {};
 }
 
 Result<QList<Row>> Database::queryWithin(std::chrono::milliseconds limit, const QString &sql,

@@ -10,6 +10,7 @@
 #include <QString>
 #include <QStringList>
 #include <chrono>
+#include <functional>
 #include <memory>
 
 struct sqlite3;
@@ -45,6 +46,10 @@ public:
     /// Runs one statement and collects its rows. A failure before the first row is an error; one in the
     /// middle of the rows ends them silently.
     Result<QList<Row>> query(const QString &sql, const SqlValues &parameters = {});
+    /// The same without collecting: gives each row to `read`, which must not keep it. For results as large as
+    /// the library.
+    Result<void> forEachRow(const QString &sql, const SqlValues &parameters,
+                            const std::function<void(const Row &row)> &read);
     /// Like `query`, but a statement that has run for `limit` is ended and fails with SQLite's "interrupted".
     /// Between two steps of the statement, that is; one call of an SQL function is never cut short.
     Result<QList<Row>> queryWithin(std::chrono::milliseconds limit, const QString &sql,

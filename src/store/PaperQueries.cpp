@@ -12,56 +12,85 @@ QString placeholders(qsizetype count)
     return QStringList(count, QStringLiteral("?")).join(QStringLiteral(", "));
 }
 
-/// Runs the statement `head` + placeholders + ")" for every slice of the ids and gathers the rows.
-Result<QList<Row>> queryForIds(Database &database, const QString &head, const QStringList &ids)
+/// Runs the statement `head` + placeholders + ")" for every slice of the ids.
+Result<void> forEachRowOfIds(Database &database, const QString &head, const QStringList &ids,
+                             const std::function<void(const Row &row)> &read)
 {
-    QList<Row> gathered;
     for (qsizetype from = 0; from < ids.size(); from += kIdsPerStatement) {
         const QStringList slice = ids.mid(from, kIdsPerStatement);
-        Result<QList<Row>> rows =
-            database.query(head + placeholders(slice.size()) + u')', SqlValues(slice.begin(), slice.end()));
-        if (!rows)
-            return rows;
-        gathered += *std::move(rows);
+        auto done = database.forEachRow(head + placeholders(slice.size()) + u')',
+                                        SqlValues(slice.begin(), slice.end()), read);
+        if (!done)
+            return done;
     }
-    return gathered;
+    return {};
 }
 
-Result<TagMap> tagsForPapers(Database &database, const QStringList &ids)
+/// Gathers the tags of papers from rows of `tags`. A tag that many papers carry is kept once.
+class TagCollector
 {
-    const auto rows =
-        queryForIds(database, QStringLiteral("SELECT paper_id, tag FROM tags WHERE paper_id IN ("), ids);
-    if (!rows)
-        return rows.error();
-    TagMap tags;
-    for (const Row &row : *rows) {
+public:
+    void read(const Row &row)
+    {
         const auto id = row.text(QLatin1String("paper_id"));
         const auto tag = row.text(QLatin1String("tag"));
         if (id && tag)
-            tags[*id].append(*tag);
+            m_tags[*id].append(*m_names.insert(*tag));
     }
-    return tags;
-}
 
-Result<QList<Paper>> papersFromRows(Database &database, const QList<Row> &rows)
+    void giveTo(QList<Paper> &papers)
+    {
+        for (Paper &paper : papers)
+            paper.tags = m_tags.value(paper.id);
+    }
+
+private:
+    QHash<QString, QStringList> m_tags; ///< by paper id
+    QSet<QString> m_names;
+};
+
+/// The papers in rows of all columns of `papers`.
+class PaperCollector
 {
-    QStringList ids;
-    ids.reserve(rows.size());
-    for (const Row &row : rows) {
-        if (auto id = row.text(QLatin1String("id")))
-            ids.append(*id);
+public:
+    void read(const Row &row)
+    {
+        if (auto paper = paperFromRow(row))
+            m_papers.append(*std::move(paper));
     }
-    const Result<TagMap> tags = tagsForPapers(database, ids);
-    if (!tags)
-        return tags.error();
-    QList<Paper> papers;
-    papers.reserve(rows.size());
-    for (const Row &row : rows) {
-        if (auto paper = paperFromRow(row, *tags))
-            papers.append(*std::move(paper));
+
+    Result<QList<Paper>> withTheirTags(Database &database)
+    {
+        QStringList ids;
+        ids.reserve(m_papers.size());
+        for (const Paper &paper : m_papers)
+            ids.append(paper.id);
+        TagCollector tags;
+        const auto read =
+            forEachRowOfIds(database, QStringLiteral("SELECT paper_id, tag FROM tags WHERE paper_id IN ("),
+                            ids, [&](const Row &row) { tags.read(row); });
+        if (!read)
+            return read.error();
+        tags.giveTo(m_papers);
+        return std::move(m_papers);
     }
-    return papers;
-}
+
+    /// The same by reading the tags of the whole library, in the order in which one paper's come otherwise.
+    Result<QList<Paper>> withAllTags(Database &database)
+    {
+        TagCollector tags;
+        const auto read =
+            database.forEachRow(QStringLiteral("SELECT paper_id, tag FROM tags ORDER BY paper_id, tag"), {},
+                                [&](const Row &row) { tags.read(row); });
+        if (!read)
+            return read.error();
+        tags.giveTo(m_papers);
+        return std::move(m_papers);
+    }
+
+private:
+    QList<Paper> m_papers;
+};
 
 Result<std::optional<Paper>> selectPaper(Database &database, const QString &sql, const QString &key)
 {
@@ -88,19 +117,32 @@ Result<QStringList> selectTexts(Database &database, const QString &sql, QLatin1S
 
 Result<QList<Paper>> selectPapers(Database &database, const QString &sql, const SqlValues &parameters)
 {
-    const auto rows = database.query(sql, parameters);
-    if (!rows)
-        return rows.error();
-    return papersFromRows(database, *rows);
+    PaperCollector papers;
+    const auto read = database.forEachRow(sql, parameters, [&](const Row &row) { papers.read(row); });
+    if (!read)
+        return read.error();
+    return papers.withTheirTags(database);
+}
+
+Result<QList<Paper>> selectAllPapers(Database &database, const QString &order)
+{
+    PaperCollector papers;
+    const auto read =
+        database.forEachRow(u"SELECT * FROM papers" + order, {}, [&](const Row &row) { papers.read(row); });
+    if (!read)
+        return read.error();
+    return papers.withAllTags(database);
 }
 
 Result<QList<Paper>> selectPapersByIds(Database &database, const QStringList &ids)
 {
     const QStringList distinct = QSet<QString>(ids.begin(), ids.end()).values();
-    const auto rows = queryForIds(database, QStringLiteral("SELECT * FROM papers WHERE id IN ("), distinct);
-    if (!rows)
-        return rows.error();
-    return papersFromRows(database, *rows);
+    PaperCollector papers;
+    const auto read = forEachRowOfIds(database, QStringLiteral("SELECT * FROM papers WHERE id IN ("),
+                                      distinct, [&](const Row &row) { papers.read(row); });
+    if (!read)
+        return read.error();
+    return papers.withTheirTags(database);
 }
 
 Result<std::optional<Paper>> selectPaperById(Database &database, const QString &id)

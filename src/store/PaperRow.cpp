@@ -1,6 +1,6 @@
 #include "store/PaperRow.h"
 
-std::optional<Paper> paperFromRow(const Row &row, const TagMap &tags)
+std::optional<Paper> paperFromRow(const Row &row)
 {
     const auto id = row.text(QLatin1String("id"));
     const auto title = row.text(QLatin1String("title"));
@@ -15,6 +15,6 @@ std::optional<Paper> paperFromRow(const Row &row, const TagMap &tags)
         .pageCount = row.integer(QLatin1String("page_count")).value_or(0),
         .coverPath = row.text(QLatin1String("cover_path")).value_or(QString()),
         .filepath = *filepath,
-        .tags = tags.value(*id),
+        .tags = {},
     };
 }

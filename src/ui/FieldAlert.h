@@ -8,8 +8,7 @@
 
 /// The alert that stands for a field: open while the field has a value. Dismissing it clears the field, and
 /// clearing the field dismisses it.
-template <typename Value>
-class FieldAlert
+template <typename Value> class FieldAlert
 {
 public:
     using Make = std::function<QMessageBox *(const Value &value)>;

@@ -27,8 +27,12 @@ IndexingOverlay::IndexingOverlay(LibraryViewModel &vm, QWidget *covered)
 
 void IndexingOverlay::observe()
 {
-    const auto progress = [this] { showProgress(); };
-    const auto status = [this] { showStatus(); };
+    const auto progress = [this] {
+        showProgress();
+    };
+    const auto status = [this] {
+        showStatus();
+    };
     m_observers.push_back(m_vm.importProgress.addNotifier(progress));
     m_observers.push_back(m_vm.importingCount.addNotifier(progress));
     m_observers.push_back(m_vm.importingTotal.addNotifier(progress));
@@ -56,6 +60,8 @@ void IndexingOverlay::showStatus()
 void IndexingOverlay::showCancelling()
 {
     const bool isCancelling = m_vm.isCancellingImport;
+    if (isCancelling && m_cancel->hasFocus())
+        setFocus(Qt::OtherFocusReason); // the overlay's, or it would leave
     m_cancel->setText(isCancelling ? QStringLiteral("Cancelling…") : QStringLiteral("Cancel"));
     m_cancel->setEnabled(!isCancelling);
 }

@@ -19,9 +19,8 @@ const EmptyState::Texts &loading()
 
 const EmptyState::Texts &noMatches()
 {
-    static const EmptyState::Texts texts{QStringLiteral("No Matches"),
-                                         QStringLiteral("No papers match your filter."),
-                                         Symbol::DocumentSearch};
+    static const EmptyState::Texts texts{
+        QStringLiteral("No Matches"), QStringLiteral("No papers match your filter."), Symbol::DocumentSearch};
     return texts;
 }
 
@@ -69,7 +68,9 @@ void LibraryView::layOut()
 
 void LibraryView::observe()
 {
-    const auto show = [this] { showContent(); };
+    const auto show = [this] {
+        showContent();
+    };
     m_observers.push_back(m_vm.isSearching.addNotifier(show));
     m_observers.push_back(m_vm.isLoading.addNotifier(show));
     m_observers.push_back(m_vm.filteredPapers.addNotifier(show));

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QProgressBar>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace
 {
@@ -81,10 +82,18 @@ void ProgressOverlay::setShown(bool isShown)
         focusTarget()->setFocus(Qt::OtherFocusReason);
     } else {
         hide();
-        m_covered->setEnabled(true);
+        m_covered->setEnabled(!isCoveredByAnother());
         if (m_focusBefore)
             m_focusBefore->setFocus(Qt::OtherFocusReason);
     }
+}
+
+bool ProgressOverlay::isCoveredByAnother() const
+{
+    const auto overlays = parentWidget()->findChildren<ProgressOverlay *>(Qt::FindDirectChildrenOnly);
+    return std::ranges::any_of(overlays, [this](const ProgressOverlay *overlay) {
+        return overlay->m_covered == m_covered && overlay->isVisibleTo(parentWidget());
+    });
 }
 
 void ProgressOverlay::setProgress(double fraction, int done, int total)

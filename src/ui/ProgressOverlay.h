@@ -32,6 +32,7 @@ protected:
 
 private:
     void layOut(const QString &title);
+    bool isCoveredByAnother() const;
 
     QWidget *m_covered;
     QFrame *m_card;

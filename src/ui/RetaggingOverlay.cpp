@@ -7,7 +7,9 @@ RetaggingOverlay::RetaggingOverlay(LibraryViewModel &vm, QWidget *covered)
     , m_vm(vm)
 {
     setObjectName(QStringLiteral("retaggingOverlay"));
-    const auto progress = [this] { showProgress(); };
+    const auto progress = [this] {
+        showProgress();
+    };
     m_observers.push_back(m_vm.retagProgress.addNotifier(progress));
     m_observers.push_back(m_vm.retagCount.addNotifier(progress));
     m_observers.push_back(m_vm.retagTotal.addNotifier(progress));

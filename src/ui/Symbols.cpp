@@ -69,7 +69,8 @@ QIcon breezeFile(const QString &name)
 {
     const QStringList searchPaths = QIcon::themeSearchPaths();
     for (const QString &path : searchPaths) {
-        for (const auto *folder : {"actions/22/", "actions/16/", "places/22/", "mimetypes/64/", "status/22/"}) {
+        for (const auto *folder :
+             {"actions/22/", "actions/16/", "places/22/", "mimetypes/64/", "status/22/"}) {
             const QString file = path + u'/' + breeze() + u'/' + QLatin1String(folder) + name + u".svg";
             if (QFile::exists(file))
                 return QIcon(file);

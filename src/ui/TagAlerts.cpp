@@ -25,13 +25,12 @@ void TagAlerts::newTag()
 
 void TagAlerts::renameTag(const QString &name)
 {
-    auto *dialog =
-        new TagNameDialog({.title = QStringLiteral("Rename Tag"),
-                           .field = QStringLiteral("New Tag Name"),
-                           .message = u"Enter a new name for \"" + name +
-                                      u"\". This will update all associated papers.",
-                           .accept = QStringLiteral("Rename")},
-                          m_window);
+    auto *dialog = new TagNameDialog(
+        {.title = QStringLiteral("Rename Tag"),
+         .field = QStringLiteral("New Tag Name"),
+         .message = u"Enter a new name for \"" + name + u"\". This will update all associated papers.",
+         .accept = QStringLiteral("Rename")},
+        m_window);
     dialog->setObjectName(QStringLiteral("renameTagAlert"));
     dialog->setName(name);
     connect(dialog, &TagNameDialog::chosen, this,
@@ -41,12 +40,13 @@ void TagAlerts::renameTag(const QString &name)
 
 void TagAlerts::deleteTag(const QString &name)
 {
-    QMessageBox *box = Alert::make({.name = QStringLiteral("deleteTagAlert"),
-                                    .title = QStringLiteral("Delete Tag"),
-                                    .message = u"Are you sure you want to delete the tag \"" + name +
-                                               u"\"? This will remove it from all papers but won't delete the "
-                                               u"papers themselves."},
-                                   QMessageBox::Question, m_window);
+    QMessageBox *box =
+        Alert::make({.name = QStringLiteral("deleteTagAlert"),
+                     .title = QStringLiteral("Delete Tag"),
+                     .message = u"Are you sure you want to delete the tag \"" + name +
+                                u"\"? This will remove it from all papers but won't delete the "
+                                u"papers themselves."},
+                    QMessageBox::Question, m_window);
     Alert::askBeforeDestroying(box, QStringLiteral("Delete"), [this, name] { m_vm.deleteTag(name); });
     box->open();
 }

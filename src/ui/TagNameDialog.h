@@ -22,7 +22,7 @@ public:
     };
     explicit TagNameDialog(const Texts &texts, QWidget *parent = nullptr);
 
-    void setName(const QString &name);             ///< what the field holds, selected
+    void setName(const QString &name);               ///< what the field holds, selected
     void offerCompletions(const QStringList &names); ///< while typing
 
     QString name() const; ///< without spaces around it

@@ -49,7 +49,8 @@ void TrashTarget::dropEvent(QDropEvent *event)
     m_vm.trashTargeted = false;
     const QStringList ids = draggedPaperIds(event->mimeData());
     const QList<Paper> papers = m_vm.papers.value();
-    const auto dropped = std::ranges::find_if(papers, [&](const Paper &paper) { return ids.contains(paper.id); });
+    const auto dropped =
+        std::ranges::find_if(papers, [&](const Paper &paper) { return ids.contains(paper.id); });
     if (dropped == papers.end())
         return;
     event->acceptProposedAction();

@@ -20,3 +20,15 @@ TEST(Paths, KnowWhereTheProgramIs)
     EXPECT_TRUE(QFileInfo(programFolder()).isAbsolute());
     EXPECT_TRUE(QFileInfo::exists(QString(programFolder() + u"/platform-tests")));
 }
+
+TEST(Paths, FindAProgramThatLiesBesideThisOne)
+{
+    EXPECT_EQ(companionProgram(QStringLiteral("platform-tests")),
+              QString(programFolder() + u"/platform-tests"));
+}
+
+TEST(Paths, LookForOtherProgramsWhereTheyAreInstalled)
+{
+    const QString installed = QFileInfo(programFolder()).path() + u"/libexec/quirevault/no-such-program";
+    EXPECT_EQ(companionProgram(QStringLiteral("no-such-program")), installed);
+}
