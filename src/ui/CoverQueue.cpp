@@ -29,7 +29,8 @@ size_t qHash(const CoverQuestion &question, size_t seed)
 CoverAnswer answerFromDisk(const CoverQuestion &question, qint64 knownModified)
 {
     const QFileInfo file(question.path);
-    CoverAnswer answer{.question = question};
+    CoverAnswer answer;
+    answer.question = question;
     if (file.isFile())
         answer.modified = file.lastModified().toMSecsSinceEpoch();
     if (question.box.isEmpty())

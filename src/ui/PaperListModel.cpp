@@ -68,7 +68,11 @@ void PaperListModel::setCards(const QList<PaperCard> &cards)
 
 PaperCard PaperListModel::card(int row) const
 {
-    return m_cards.isEmpty() ? PaperCard{.paper = m_papers.at(row)} : m_cards.at(row);
+    if (!m_cards.isEmpty())
+        return m_cards.at(row);
+    PaperCard card;
+    card.paper = m_papers.at(row);
+    return card;
 }
 
 const Paper &PaperListModel::paper(int row) const

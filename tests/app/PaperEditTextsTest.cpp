@@ -10,7 +10,10 @@ namespace
 const Paper kPaper{.id = QStringLiteral("p"),
                    .title = QStringLiteral("On Graphs"),
                    .authors = QStringLiteral("Ada Moss"),
-                   .year = 1998};
+                   .year = 1998,
+                   .coverPath = {},
+                   .filepath = {},
+                   .tags = {}};
 
 PaperEditTexts edited(const QString &title, const QString &authors, const QString &year)
 {

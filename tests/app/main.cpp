@@ -1,5 +1,6 @@
-// The entry point of the tests of app/, whose view model needs an event loop; a test fails when Qt warns.
-#include <QCoreApplication>
+// The entry point of the tests of app/, whose view model needs an event loop and whose actions an application
+// of the desktop; a test fails when Qt warns.
+#include <QGuiApplication>
 #include <gtest/gtest.h>
 
 namespace
@@ -14,8 +15,10 @@ void failOnWarning(QtMsgType type, const QMessageLogContext &, const QString &me
 
 int main(int argc, char **argv)
 {
-    qInstallMessageHandler(failOnWarning);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
     ::testing::InitGoogleTest(&argc, argv);
-    QCoreApplication application(argc, argv);
+    QGuiApplication application(argc, argv);
+    // Only now: what Qt has to say about the machine is not the tests' concern.
+    qInstallMessageHandler(failOnWarning);
     return RUN_ALL_TESTS();
 }

@@ -12,6 +12,7 @@ TEST(Paths, FollowXdgDataHome)
     EXPECT_EQ(dataFolder(), QStringLiteral("/somewhere/data/Quirevault"));
     EXPECT_EQ(libraryDatabasePath(), QStringLiteral("/somewhere/data/Quirevault/library.db"));
     EXPECT_EQ(coversFolder(), QStringLiteral("/somewhere/data/Quirevault/covers"));
+    EXPECT_EQ(sessionFilePath(), QStringLiteral("/somewhere/data/Quirevault/session.json"));
     before.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", before);
 }
 
