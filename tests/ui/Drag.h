@@ -19,6 +19,7 @@ public:
     {
         QDragEnterEvent enter(m_position, Qt::CopyAction, m_content.get(), Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(m_window.windowHandle(), &enter);
+        m_isTaken = enter.isAccepted();
     }
 
     /// Whether the place takes the drop.
@@ -26,8 +27,10 @@ public:
     {
         m_position = widget->mapTo(&m_window, place);
         QDragMoveEvent move(m_position, Qt::CopyAction, m_content.get(), Qt::LeftButton, Qt::NoModifier);
+        move.setAccepted(m_isTaken); // each move begins with what was answered last
         QCoreApplication::sendEvent(m_window.windowHandle(), &move);
-        return move.isAccepted();
+        m_isTaken = move.isAccepted();
+        return m_isTaken;
     }
     bool moveTo(const QWidget *widget) { return moveTo(widget, widget->rect().center()); }
 
@@ -48,4 +51,5 @@ private:
     QWidget &m_window;
     std::unique_ptr<QMimeData> m_content;
     QPoint m_position;
+    bool m_isTaken = false;
 };
