@@ -58,6 +58,21 @@ bool passes(const SearchResult &result, const Paper *paper, const Filter &filter
            filter.passesAuthor(paper ? paper->authors : QString()) &&
            filter.passesYear(paper ? paper->year : std::nullopt);
 }
+/// The listed papers of the results, by id. Results are few and the list may be the whole library, so it is
+/// the results that are looked up in.
+QHash<QString, const Paper *> papersOf(const QList<SearchResult> &results, const QList<Paper> &listed)
+{
+    QHash<QString, const Paper *> papers;
+    for (const SearchResult &result : results)
+        papers.insert(result.paperId, nullptr);
+    if (papers.isEmpty())
+        return papers;
+    for (const Paper &paper : listed) {
+        if (const auto found = papers.find(paper.id); found != papers.end())
+            *found = &paper;
+    }
+    return papers;
+}
 } // namespace
 
 QList<Paper> filteredPapers(const QList<Paper> &papers, const ParsedQuery &query)
@@ -76,9 +91,7 @@ QList<SearchResult> filteredResults(const QList<SearchResult> &results, const Pa
 {
     if (standFor == ListedPapers::Everything && !query.hasFieldFilters())
         return results;
-    QHash<QString, const Paper *> papers;
-    for (const Paper &paper : listed)
-        papers.insert(paper.id, &paper);
+    const QHash<QString, const Paper *> papers = papersOf(results, listed);
     const Filter filter(query);
     QList<SearchResult> passing;
     for (const SearchResult &result : results) {
