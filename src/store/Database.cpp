@@ -4,7 +4,6 @@
 #include "base/TextClasses.h"
 #include "store/PageLengths.h"
 #include "store/RankFunction.h"
-#include "store/Statement.h"
 
 #include <QDeadlineTimer>
 #include <QFile>
