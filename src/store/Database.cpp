@@ -4,7 +4,6 @@
 #include "base/TextClasses.h"
 #include "store/PageLengths.h"
 #include "store/RankFunction.h"
-#include "store/Statement.h"
 
 #include <QDeadlineTimer>
 #include <QFile>
@@ -135,29 +134,18 @@ Result<void> Database::execute(const QString &sql, const SqlValues &parameters)
 
 Result<QList<Row>> Database::query(const QString &sql, const SqlValues &parameters)
 {
-    QList<Row> rows;
-    if (auto read = forEachRow(sql, parameters, [&](const Row &row) { rows.append(row); }); !read)
-        return read.error();
-    return rows;
-}
-
-Result<void> Database::forEachRow(const QString &sql, const SqlValues &parameters,
-                                  const std::function<void(const Row &)> &read)
-{
     Result<Statement> statement = prepare(sql, parameters);
     if (!statement)
         return statement.error();
     const std::shared_ptr<const QStringList> columns = columnNames(*statement);
     const int count = statement->columnCount();
-    bool isFirst = true;
+    QList<Row> rows;
     Statement::Step step = statement->step();
-    for (; step == Statement::Step::Row; step = statement->step()) {
-        read(Row(columns, currentValues(*statement, count)));
-        isFirst = false;
-    }
-    if (step == Statement::Step::Failed && isFirst)
+    for (; step == Statement::Step::Row; step = statement->step())
+        rows.emplaceBack(columns, currentValues(*statement, count));
+    if (step == Statement::Step::Failed && rows.isEmpty())
         return statement->error();
-    return {};
+    return rows;
 }
 
 Result<QList<Row>> Database::queryWithin(std::chrono::milliseconds limit, const QString &sql,

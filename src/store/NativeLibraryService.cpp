@@ -108,7 +108,9 @@ NativeLibraryService::NativeLibraryService(DatabaseManager &db, SystemSearchPubl
 
 QFuture<Result<QList<Paper>>> NativeLibraryService::allPapers()
 {
-    return m_db.perform(m_urgency, [](Database &database) { return selectAllPapers(database, kTitleOrder); });
+    return m_db.perform(m_urgency, [](Database &database) {
+        return selectPapers(database, u"SELECT * FROM papers" + kTitleOrder);
+    });
 }
 
 QFuture<Result<QList<Paper>>> NativeLibraryService::papersWithTag(const QString &tag)
