@@ -5,6 +5,8 @@
 
 namespace
 {
+constexpr int kTextWidthPx = 280; ///< chosen: a short message stays on its line
+
 // The box's own labels: titles and paths that look like HTML are not.
 void setPlainText(const QMessageBox *box, const QString &labelName, bool isBold)
 {
@@ -13,6 +15,7 @@ void setPlainText(const QMessageBox *box, const QString &labelName, bool isBold)
     QFont font = label->font();
     font.setBold(isBold);
     label->setFont(font);
+    label->setMinimumWidth(kTextWidthPx);
 }
 } // namespace
 

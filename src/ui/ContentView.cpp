@@ -33,10 +33,11 @@ namespace
 constexpr QSize kWindowSize(1340, 840);
 constexpr int kSidebarPx = 220;
 constexpr int kDetailsPx = 320;
-/// One column of cards with its margins and a scroll bar.
-constexpr int kContentMinimumPx = 240;
+/// Two columns of cards with their margins and a scroll bar.
+constexpr int kContentMinimumPx = 416;
+/// Together with the content they fit into 800 pixels.
 constexpr int kSidebarMinimumPx = 160;
-constexpr int kDetailsMinimumPx = 240;
+constexpr int kDetailsMinimumPx = 220;
 } // namespace
 
 ContentView::ContentView(Collaborators with, QWidget *parent)

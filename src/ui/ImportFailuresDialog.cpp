@@ -47,6 +47,7 @@ void setUp(QTableView *table)
     table->setWordWrap(false);
     table->verticalHeader()->hide();
     table->horizontalHeader()->setHighlightSections(false);
+    table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     table->horizontalHeader()->setStretchLastSection(true);
     table->setColumnWidth(0, 180);
     table->setColumnWidth(1, 180);

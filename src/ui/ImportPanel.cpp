@@ -13,6 +13,7 @@ ImportPanel::ImportPanel(QWidget *parent)
     setNameFilter(QStringLiteral("PDF documents (*.pdf)"));
     setLabelText(Accept, QStringLiteral("Import"));
     setWindowModality(Qt::WindowModal);
+    resize(840, 520); // room for the dates, which come out shortened at the usual size
     setAttribute(Qt::WA_DeleteOnClose);
 }
 

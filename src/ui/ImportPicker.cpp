@@ -96,6 +96,7 @@ void ImportPicker::setUpTable()
     m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 10);
     QHeaderView *header = m_table->horizontalHeader();
     header->setHighlightSections(false);
+    header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     header->setStretchLastSection(false);
     header->setSectionResizeMode(ImportPickerModel::Name, QHeaderView::Stretch);
     header->setSectionResizeMode(ImportPickerModel::Folder, QHeaderView::Stretch);

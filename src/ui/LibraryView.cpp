@@ -45,6 +45,8 @@ LibraryView::LibraryView(LibraryViewModel &vm, CoverCache &covers, const OpenRea
 {
     setObjectName(QStringLiteral("libraryView"));
     m_emptyState->setObjectName(QStringLiteral("libraryEmptyState"));
+    m_emptyState->setBackgroundRole(QPalette::Base); // as the grid's
+    m_emptyState->setAutoFillBackground(true);
     m_content->addWidget(m_grid);
     m_content->addWidget(m_results);
     m_content->addWidget(m_emptyState);

@@ -11,14 +11,32 @@ namespace
 constexpr int kRowHeightPx = 28; ///< chosen: dense, and a target that is easy to hit
 constexpr int kMarginPx = 10;
 constexpr int kGapPx = 8;
+constexpr int kStylePaddingPx = 3; ///< what styles leave before a row's symbol
 
 // Text that steps back behind the names, on the row's own background.
 QColor quiet(const QStyleOptionViewItem &option)
 {
     const bool isSelected = option.state & QStyle::State_Selected;
-    QColor color = option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::WindowText);
+    // Of the active group: a heading is disabled only so that the keyboard passes over it.
+    QColor color =
+        option.palette.color(QPalette::Active, isSelected ? QPalette::HighlightedText : QPalette::WindowText);
     color.setAlphaF(isSelected ? 0.8F : 0.6F);
     return color;
+}
+
+// On the highlight a symbol takes the colour of the text.
+void whitenSymbol(QStyleOptionViewItem &option)
+{
+    if (option.icon.isNull() || !(option.state & QStyle::State_Selected))
+        return;
+    const double scale = option.widget ? option.widget->devicePixelRatioF() : 1;
+    QPixmap symbol = option.icon.pixmap(option.decorationSize, scale);
+    QPainter painter(&symbol);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(symbol.rect(), option.palette.color(QPalette::HighlightedText));
+    painter.end();
+    option.icon = QIcon();
+    option.icon.addPixmap(symbol, QIcon::Selected);
 }
 
 void paintHeading(QPainter *painter, const QStyleOptionViewItem &option)
@@ -49,11 +67,11 @@ void SidebarDelegate::paint(QPainter *painter, const QStyleOptionViewItem &optio
     const QString countText = QLocale().toString(count.toLongLong());
     const QRect inside = row.rect.adjusted(kMarginPx, 0, -kMarginPx, 0);
     const int countWidth = row.fontMetrics.horizontalAdvance(countText);
-    // The style draws background, symbol, focus and name; only the name must leave room for the count.
-    row.text = row.fontMetrics.elidedText(row.text, Qt::ElideRight,
-                                          inside.width() - countWidth - 2 * kGapPx -
-                                              (row.icon.isNull() ? 0 : row.decorationSize.width()));
     const QStyle *style = row.widget ? row.widget->style() : QApplication::style();
+    style->drawPrimitive(QStyle::PE_PanelItemViewItem, &row, painter, row.widget);
+    whitenSymbol(row);
+    // Symbol and name, beside the count.
+    row.rect = inside.adjusted(-kStylePaddingPx, 0, -countWidth - kGapPx, 0);
     style->drawControl(QStyle::CE_ItemViewItem, &row, painter, row.widget);
     painter->setPen(quiet(row));
     painter->drawText(inside, Qt::AlignRight | Qt::AlignVCenter, countText);

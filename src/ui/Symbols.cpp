@@ -12,7 +12,7 @@ namespace
 constexpr std::array kThemeNames = {
     "folder-library",         // AllPapers
     "view-readermode",        // CurrentlyReading
-    "view-history",           // RecentlyImported
+    "document-open-recent",   // RecentlyImported
     "tag",                    // Tag
     "tag-new",                // NewTag
     "tag-delete",             // RemoveTag
