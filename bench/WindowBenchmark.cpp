@@ -1,12 +1,16 @@
 // Runs the desktop program as it is on the library that XDG_DATA_HOME names, notes when the first cards are
 // painted, and with "use" goes on to use the window while it watches how long the main thread keeps a person
 // waiting. Prints one line a figure, its name and value.
+//
+//     quirevault-bench-window SECONDS-SINCE-EPOCH start|use|empty
 #include "WindowUse.h"
 #include "desktop/DesktopProgram.h"
 
 #include <QAbstractItemView>
 #include <QEvent>
 #include <QFile>
+#include <QStandardItemModel>
+#include <QTableView>
 #include <QTimer>
 #include <QWidget>
 #include <chrono>
@@ -72,13 +76,29 @@ private:
 
 } // namespace
 
-/// quirevault-bench-window SECONDS-SINCE-EPOCH [use]: when the process was started, by the shell's clock.
+/// The floor: an empty window of Qt's.
+int showEmptyWindow(int &argc, char **argv, double startedAt)
+{
+    QApplication application(argc, argv);
+    QTableView table; // what the watch takes for the grid
+    QStandardItemModel model(1, 1);
+    table.setModel(&model);
+    table.setObjectName(QStringLiteral("papers"));
+    FirstPaint firstPaint(startedAt, [](QWidget *window) { window->close(); });
+    application.installEventFilter(&firstPaint);
+    table.show();
+    return QApplication::exec();
+}
+
+/// When the process was started, by the shell's clock; then what to do: "start", "use" or "empty".
 int main(int argc, char **argv)
 {
-    if (argc < 2)
+    if (argc != 3)
         return 2;
-    const bool isUsed = argc == 3 && std::strcmp(argv[2], "use") == 0;
+    const bool isUsed = std::strcmp(argv[2], "use") == 0;
     const double startedAt = QByteArray(argv[1]).toDouble();
+    if (std::strcmp(argv[2], "empty") == 0)
+        return showEmptyWindow(argc, argv, startedAt);
     DesktopProgram program(argc, argv);
     std::unique_ptr<WindowUse> use;
     FirstPaint firstPaint(startedAt, [&](QWidget *window) {
