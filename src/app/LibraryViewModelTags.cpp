@@ -148,8 +148,10 @@ QCoro::Task<> LibraryViewModel::changeEach(QList<Paper> changed, ChangePaper cha
 QStringList LibraryViewModel::tagsOnVisiblePapers() const
 {
     QSet<QString> tags;
-    for (const Paper &paper : filteredPapers.value())
-        tags.unite(QSet<QString>(paper.tags.begin(), paper.tags.end()));
+    for (const Paper &paper : filteredPapers.value()) {
+        for (const QString &tag : paper.tags)
+            tags.insert(tag);
+    }
     QStringList visible;
     for (const QString &tag : std::as_const(tags)) {
         if (!isReservedTag(tag))

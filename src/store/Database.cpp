@@ -79,9 +79,9 @@ Database::~Database() = default;
 void Database::open()
 {
     sqlite3 *opened = nullptr;
-    // Without SQLite's own locks, taken at every look at a column: one thread alone uses the connection.
-    constexpr int kFlags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
-    const int code = sqlite3_open_v2(QFile::encodeName(m_path).constData(), &opened, kFlags, nullptr);
+    // One thread uses the connection, so it needs no lock of its own, which every column read would take.
+    constexpr int kMode = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
+    const int code = sqlite3_open_v2(QFile::encodeName(m_path).constData(), &opened, kMode, nullptr);
     m_connection.reset(opened);
     if (code == SQLITE_OK)
         return;

@@ -27,10 +27,10 @@ Result<void> readRows(Database &database, const QString &sql, const SqlValues &p
     return step == Statement::Step::Failed && isFirst ? Result<void>(statement->error()) : Result<void>();
 }
 
-Result<QList<Paper>> withTags(QList<Paper> papers, Database &database)
+Result<QList<Paper>> withTags(QList<Paper> papers, Database &database, TagLookup lookup = TagLookup::ById)
 {
     papers.squeeze();
-    if (auto done = addTagsTo(papers, database); !done)
+    if (auto done = addTagsTo(papers, database, lookup); !done)
         return done.error();
     return papers;
 }
@@ -58,12 +58,13 @@ Result<QStringList> selectTexts(Database &database, const QString &sql, QLatin1S
     return texts;
 }
 
-Result<QList<Paper>> selectPapers(Database &database, const QString &sql, const SqlValues &parameters)
+Result<QList<Paper>> selectPapers(Database &database, const QString &sql, const SqlValues &parameters,
+                                  TagLookup lookup)
 {
     QList<Paper> papers;
     if (auto read = readRows(database, sql, parameters, papers); !read)
         return read.error();
-    return withTags(std::move(papers), database);
+    return withTags(std::move(papers), database, lookup);
 }
 
 Result<QList<Paper>> selectPapersByIds(Database &database, const QStringList &ids)

@@ -16,7 +16,7 @@ public:
     {
     }
 
-    Result<void> read(QList<Paper> &papers)
+    Result<void> readById(QList<Paper> &papers)
     {
         for (qsizetype from = 0; from < papers.size(); from += kIdsPerStatement) {
             const qsizetype count = std::min(kIdsPerStatement, papers.size() - from);
@@ -26,14 +26,27 @@ public:
         return {};
     }
 
-private:
-    using Papers = QList<Paper>::iterator;
+    Result<void> scan(QList<Paper> &papers)
+    {
+        m_statement = m_database.prepare(
+            QStringLiteral("SELECT paper_id, tag FROM tags ORDER BY paper_id ASC, tag ASC"));
+        if (!m_statement)
+            return m_statement.error();
+        PapersById byId;
+        byId.reserve(papers.size());
+        for (Paper &paper : papers)
+            byId.insert(paper.id.toUtf8(), &paper);
+        return readRows(byId);
+    }
 
-    Result<void> readSlice(Papers papers, qsizetype count)
+private:
+    using PapersById = QHash<QByteArray, Paper *>;
+
+    Result<void> readSlice(QList<Paper>::iterator papers, qsizetype count)
     {
         if (auto prepared = prepareFor(count); !prepared)
             return prepared;
-        QHash<QByteArray, Paper *> byId;
+        PapersById byId;
         byId.reserve(count);
         for (int i = 0; i < count; ++i) {
             const QByteArray id = papers[i].id.toUtf8();
@@ -57,7 +70,7 @@ private:
         return m_statement ? Result<void>() : Result<void>(m_statement.error());
     }
 
-    Result<void> readRows(const QHash<QByteArray, Paper *> &byId)
+    Result<void> readRows(const PapersById &byId)
     {
         bool isFirst = true;
         Statement::Step step = m_statement->step();
@@ -66,7 +79,7 @@ private:
             const std::optional<QByteArrayView> id = m_statement->utf8(0);
             const std::optional<QByteArrayView> tag = m_statement->utf8(1);
             if (id && tag)
-                add(byId.value(QByteArray::fromRawData(id->data(), id->size())), *tag);
+                add(*id, *tag, byId);
         }
         finishPaper();
         // As with every query: a failure in the middle of the rows ends them.
@@ -75,12 +88,15 @@ private:
     }
 
     /// The rows of one paper come one after another.
-    void add(Paper *paper, QByteArrayView tag)
+    void add(QByteArrayView id, QByteArrayView tag, const PapersById &byId)
     {
-        if (paper != m_paper)
+        if (id != m_id) {
             finishPaper();
-        m_paper = paper;
-        m_tags.append(shared(tag));
+            m_id = id.toByteArray();
+            m_paper = byId.value(m_id);
+        }
+        if (m_paper)
+            m_tags.append(shared(tag));
     }
 
     void finishPaper()
@@ -88,6 +104,7 @@ private:
         if (m_paper)
             m_paper->tags += QStringList(m_tags.cbegin(), m_tags.cend()); // no larger than it need be
         m_paper = nullptr;
+        m_id.clear();
         m_tags.clear();
     }
 
@@ -101,9 +118,10 @@ private:
 
     Database &m_database;
     Result<Statement> m_statement{Error()};
-    qsizetype m_count = 0; ///< of parameters of the statement
-    Paper *m_paper = nullptr;
-    QStringList m_tags; ///< of that paper, so far
+    qsizetype m_count = 0;    ///< of parameters of the statement
+    QByteArray m_id;          ///< of the paper whose rows are being read
+    Paper *m_paper = nullptr; ///< the same; null when it is not asked for
+    QStringList m_tags;       ///< of that paper, so far
     QHash<QByteArray, QString> m_names;
 };
 
@@ -114,7 +132,8 @@ QString placeholders(qsizetype count)
     return QStringList(count, QStringLiteral("?")).join(QStringLiteral(", "));
 }
 
-Result<void> addTagsTo(QList<Paper> &papers, Database &database)
+Result<void> addTagsTo(QList<Paper> &papers, Database &database, TagLookup lookup)
 {
-    return TagReader(database).read(papers);
+    TagReader reader(database);
+    return lookup == TagLookup::Scan ? reader.scan(papers) : reader.readById(papers);
 }

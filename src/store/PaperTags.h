@@ -13,6 +13,12 @@ inline constexpr qsizetype kIdsPerStatement = 500;
 /// "?, ?, ?" for `count` parameters.
 QString placeholders(qsizetype count);
 
-/// Gives each of the papers all its tags, in the order in which the index of the tags has them. Equal names
-/// share their text: most papers of a library have few tags between them.
-Result<void> addTagsTo(QList<Paper> &papers, Database &database);
+/// How the tags of a list of papers are found.
+enum class TagLookup {
+    ById, ///< by the ids, slice by slice
+    Scan, ///< by one walk over all tags of the library: far sooner when the list is all papers
+};
+
+/// Gives each of the papers all its tags, ascending. Equal names share their text: most papers of a library
+/// have few tags between them.
+Result<void> addTagsTo(QList<Paper> &papers, Database &database, TagLookup lookup = TagLookup::ById);
