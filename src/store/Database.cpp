@@ -212,7 +212,8 @@ Result<void> Database::renameTag(const QString &oldName, const QString &newName)
 
 Result<void> Database::deleteTag(const QString &name)
 {
-    if (auto done = execute(QStringLiteral("DELETE FROM tag_definitions WHERE name = ?"), {name}); !done)
-        return done;
-    return execute(QStringLiteral("DELETE FROM tags WHERE tag = ?"), {name});
+    return inTransaction(*this, [&]() -> Result<void> {
+        auto done = execute(QStringLiteral("DELETE FROM tag_definitions WHERE name = ?"), {name});
+        return done ? execute(QStringLiteral("DELETE FROM tags WHERE tag = ?"), {name}) : done;
+    });
 }

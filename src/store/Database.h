@@ -61,7 +61,7 @@ public:
     /// name is trimmed as in `replaceTags`, the old one taken as it is; a new name that is then blank or the
     /// old one changes nothing.
     Result<void> renameTag(const QString &oldName, const QString &newName);
-    /// Takes `name` as it is.
+    /// Deletes a tag everywhere in one transaction; takes `name` as it is.
     Result<void> deleteTag(const QString &name);
 
     /// Whether the library can be read, with the file's path in the error's reason when not. Gives a file

@@ -102,7 +102,7 @@ private:
     void finishPaper()
     {
         if (m_paper)
-            m_paper->tags += QStringList(m_tags.cbegin(), m_tags.cend()); // no larger than it need be
+            m_paper->tags = QStringList(m_tags.cbegin(), m_tags.cend()); // no larger than it need be
         m_paper = nullptr;
         m_id.clear();
         m_tags.clear();
