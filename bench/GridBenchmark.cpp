@@ -43,6 +43,13 @@ QList<Paper> makePapers(const QStringList &covers)
     return papers;
 }
 
+/// As loading them does.
+void setPapers(LibraryViewModel &vm, const QList<Paper> &papers)
+{
+    vm.papers = papers;
+    vm.filteredPapers = papers;
+}
+
 /// Runs everything that is due: arrived covers, layout, painting.
 void settle()
 {
@@ -105,7 +112,7 @@ void measureReload(LibraryViewModel &vm, const QList<Paper> &papers)
           framesOf(20,
                    [&](int round) {
                        changed[kPapers / 2].title = QString::number(round);
-                       vm.papers = changed;
+                       setPapers(vm, changed);
                    }),
           "-");
 }

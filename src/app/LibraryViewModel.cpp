@@ -21,6 +21,9 @@ namespace
 /// How long typing must pause before the library is searched.
 constexpr std::chrono::milliseconds kSearchPause{400};
 
+/// The longest list that is filtered on the main thread: there it takes less than 5 ms.
+constexpr qsizetype kLongestFilteredAtOnce = 5000;
+
 /// An import, a retag, a walk through folders, and loads beside them; most of their time they wait.
 constexpr int kWorkers = 8;
 
@@ -145,8 +148,12 @@ void LibraryViewModel::take(const LoadedPapers &loaded)
 void LibraryViewModel::replacePapers(const QList<Paper> &list)
 {
     QList<Paper> old = papers.value();
+    const bool wereAllShown = filteredPapers.value().isSharedWith(old);
     assignDifferent(papers, list);
-    filterPapers();
+    if (wereAllShown && !m_fieldFilters.hasFieldFilters())
+        assignDifferent(filteredPapers, list);
+    else
+        filterPapers();
     filterResults();
     destroyElsewhere(std::move(old));
 }
@@ -182,14 +189,18 @@ QCoro::Task<> LibraryViewModel::loadTags()
 
 void LibraryViewModel::onQueryTextChanged()
 {
-    filterPapers();
-    filterResults();
+    ParsedQuery query(queryText);
+    const QString words = trimmedHorizontally(std::exchange(query.fullText, {}));
+    if (query != m_fieldFilters) {
+        m_fieldFilters = query;
+        filterPapers();
+        filterResults();
+    }
     m_searchDebounce.reset();
-    const QString query = trimmedHorizontally(ParsedQuery(queryText).fullText);
-    if (query.isEmpty())
+    if (words.isEmpty())
         leaveSearch();
     else
-        m_searchDebounce = m_with.clock.callAfter(kSearchPause, [this, query] { performSearch(query); });
+        m_searchDebounce = m_with.clock.callAfter(kSearchPause, [this, words] { performSearch(words); });
 }
 
 void LibraryViewModel::leaveSearch()
@@ -224,16 +235,39 @@ QCoro::Task<> LibraryViewModel::performSearch(QString query)
 
 void LibraryViewModel::filterPapers()
 {
-    const ParsedQuery query(queryText);
-    QList<Paper> old = filteredPapers.value();
-    filteredPapers = ::filteredPapers(papers, query);
+    m_stopFiltering.request_stop();
+    m_stopFiltering = {};
+    if (m_fieldFilters.hasFieldFilters() && papers.value().size() > kLongestFilteredAtOnce) {
+        filterOnWorker(m_fieldFilters);
+        return;
+    }
+    QList<Paper> old = filteredPapers;
+    filteredPapers = ::filteredPapers(papers, m_fieldFilters);
     destroyElsewhere(std::move(old));
+}
+
+QCoro::Task<> LibraryViewModel::filterOnWorker(ParsedQuery query)
+{
+    const QPointer self(this);
+    const std::stop_token stop = m_stopFiltering.get_token();
+    QFuture<FilteredPapers> filtering =
+        QtConcurrent::run(&m_workers, [stop, query, list = papers.value(), shown = filteredPapers.value()] {
+            const QList<Paper> passing = ::filteredPapers(list, query, stop);
+            return FilteredPapers{.papers = passing, .isNews = passing != shown};
+        });
+    FilteredPapers filtered = co_await filtering;
+    if (!self)
+        co_return;
+    QList<Paper> old = filteredPapers;
+    if (filtered.isNews && !stop.stop_requested())
+        assignDifferent(filteredPapers, filtered.papers);
+    destroyElsewhere(std::move(old), std::move(filtered), std::move(filtering));
 }
 
 void LibraryViewModel::filterResults()
 {
     filteredSearchResults =
-        filteredResults(searchResults, ParsedQuery(queryText), papers,
+        filteredResults(searchResults, m_fieldFilters, papers,
                         currentSidebarItem.value().isTag() ? ListedPapers::OneTag : ListedPapers::Everything);
 }
 

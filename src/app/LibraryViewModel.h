@@ -4,6 +4,7 @@
 #include "app/SidebarItem.h"
 #include "base/Clock.h"
 #include "base/Result.h"
+#include "search/ParsedQuery.h"
 #include "store/Bookmark.h"
 #include "store/IndexFilesResponse.h"
 #include "store/Paper.h"
@@ -99,8 +100,10 @@ public:
     QProperty<std::optional<QString>> retagResult;
 
     // Worked out from the above.
-    QProperty<QStringList> visibleTags;                   ///< without reserved names
-    QProperty<QList<Paper>> filteredPapers;               ///< `papers` that pass the query's field filters
+    QProperty<QStringList> visibleTags; ///< without reserved names
+    /// Those of `papers` that pass the query's field filters. Of a long list the filters are worked out on
+    /// another thread, and this follows some tens of milliseconds later.
+    QProperty<QList<Paper>> filteredPapers;
     QProperty<QList<SearchResult>> filteredSearchResults; ///< likewise, see `filteredResults`
     SidebarCounts &sidebarCounts() { return m_sidebarCounts; }
 
@@ -147,6 +150,7 @@ public:
 
 private:
     struct LoadedPapers;
+    struct FilteredPapers;
 
     void requireMainThread() const;
     void observe();
@@ -164,6 +168,7 @@ private:
     void onQueryTextChanged();
     void leaveSearch();
     void filterPapers();
+    QCoro::Task<> filterOnWorker(ParsedQuery query);
     void filterResults();
 
     bool refuseWhileImporting();
@@ -185,6 +190,8 @@ private:
     SidebarCounts m_sidebarCounts;
     OpenPanel m_openPanel;
     std::unique_ptr<PendingCall> m_searchDebounce; ///< the search that waits for typing to pause
+    ParsedQuery m_fieldFilters;                    ///< of the query text; its free text is left out
+    std::stop_source m_stopFiltering;              ///< what filters is out of date
     int m_loads = 0;                               ///< that have not answered yet
     int m_latestLoad = 0;                          ///< the one whose answer counts
     int m_searches = 0;                            ///< of the query in force, not answered yet

@@ -106,7 +106,7 @@ QCoro::Task<> LibraryViewModel::importURLs(QStringList candidates, bool contains
         return fresh;
     });
     const QStringList fresh = co_await comparing;
-    if (!self)
+    if (!self || refuseWhileImporting())
         co_return;
     if (fresh.isEmpty()) {
         errorMessage =

@@ -14,6 +14,12 @@ struct LibraryViewModel::LoadedPapers {
     Result<std::optional<Paper>> selected;
 };
 
+/// What a worker found for `filteredPapers`.
+struct LibraryViewModel::FilteredPapers {
+    QList<Paper> papers;
+    bool isNews = false; ///< whether they differ from those that were shown
+};
+
 /// Lets a worker destroy what may hold 100,000 papers: on the main thread that would take several frames.
 template <typename... T> void LibraryViewModel::destroyElsewhere(T... things)
 {

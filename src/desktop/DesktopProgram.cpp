@@ -6,6 +6,7 @@
 #include "app/SessionManager.h"
 #include "desktop/Windows.h"
 #include "platform/Paths.h"
+#include "search/NativeSearchService.h"
 #include "ui/AboutPanel.h"
 #include "ui/ContentView.h"
 #include "ui/CoverCache.h"

@@ -4,7 +4,6 @@
 #include "base/TextClasses.h"
 #include "store/PageLengths.h"
 #include "store/RankFunction.h"
-#include "store/Statement.h"
 
 #include <QDeadlineTimer>
 #include <QFile>
@@ -80,9 +79,9 @@ Database::~Database() = default;
 void Database::open()
 {
     sqlite3 *opened = nullptr;
-    // Without SQLite's own locks, taken at every look at a column: one thread alone uses the connection.
-    constexpr int kFlags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
-    const int code = sqlite3_open_v2(QFile::encodeName(m_path).constData(), &opened, kFlags, nullptr);
+    // One thread uses the connection, so it needs no lock of its own, which every column read would take.
+    constexpr int kMode = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
+    const int code = sqlite3_open_v2(QFile::encodeName(m_path).constData(), &opened, kMode, nullptr);
     m_connection.reset(opened);
     if (code == SQLITE_OK)
         return;
@@ -135,29 +134,18 @@ Result<void> Database::execute(const QString &sql, const SqlValues &parameters)
 
 Result<QList<Row>> Database::query(const QString &sql, const SqlValues &parameters)
 {
-    QList<Row> rows;
-    if (auto read = forEachRow(sql, parameters, [&](const Row &row) { rows.append(row); }); !read)
-        return read.error();
-    return rows;
-}
-
-Result<void> Database::forEachRow(const QString &sql, const SqlValues &parameters,
-                                  const std::function<void(const Row &)> &read)
-{
     Result<Statement> statement = prepare(sql, parameters);
     if (!statement)
         return statement.error();
     const std::shared_ptr<const QStringList> columns = columnNames(*statement);
     const int count = statement->columnCount();
-    bool isFirst = true;
+    QList<Row> rows;
     Statement::Step step = statement->step();
-    for (; step == Statement::Step::Row; step = statement->step()) {
-        read(Row(columns, currentValues(*statement, count)));
-        isFirst = false;
-    }
-    if (step == Statement::Step::Failed && isFirst)
+    for (; step == Statement::Step::Row; step = statement->step())
+        rows.emplaceBack(columns, currentValues(*statement, count));
+    if (step == Statement::Step::Failed && rows.isEmpty())
         return statement->error();
-    return {};
+    return rows;
 }
 
 Result<QList<Row>> Database::queryWithin(std::chrono::milliseconds limit, const QString &sql,
@@ -224,7 +212,8 @@ Result<void> Database::renameTag(const QString &oldName, const QString &newName)
 
 Result<void> Database::deleteTag(const QString &name)
 {
-    if (auto done = execute(QStringLiteral("DELETE FROM tag_definitions WHERE name = ?"), {name}); !done)
-        return done;
-    return execute(QStringLiteral("DELETE FROM tags WHERE tag = ?"), {name});
+    return inTransaction(*this, [&]() -> Result<void> {
+        auto done = execute(QStringLiteral("DELETE FROM tag_definitions WHERE name = ?"), {name});
+        return done ? execute(QStringLiteral("DELETE FROM tags WHERE tag = ?"), {name}) : done;
+    });
 }

@@ -5,17 +5,16 @@
 #include "store/DatabaseStartUp.h"
 #include "store/Row.h"
 #include "store/SqlValue.h"
+#include "store/Statement.h"
 
 #include <QList>
 #include <QString>
 #include <QStringList>
 #include <chrono>
-#include <functional>
 #include <memory>
 
 struct sqlite3;
 class PageLengths;
-class Statement;
 
 /// The one SQLite connection and the statements that run on it. Lives on `DatabaseManager`'s thread; only
 /// operations given to `DatabaseManager::perform` see it.
@@ -43,13 +42,11 @@ public:
     /// Runs one statement that returns no rows, its parameters bound by position. Text ends at its first
     /// zero character.
     Result<void> execute(const QString &sql, const SqlValues &parameters = {});
+    /// For reading many rows without collecting them; use it before the operation ends.
+    Result<Statement> prepare(const QString &sql, const SqlValues &parameters = {});
     /// Runs one statement and collects its rows. A failure before the first row is an error; one in the
     /// middle of the rows ends them silently.
     Result<QList<Row>> query(const QString &sql, const SqlValues &parameters = {});
-    /// The same without collecting: gives each row to `read`, which must not keep it. For results as large as
-    /// the library.
-    Result<void> forEachRow(const QString &sql, const SqlValues &parameters,
-                            const std::function<void(const Row &row)> &read);
     /// Like `query`, but a statement that has run for `limit` is ended and fails with SQLite's "interrupted".
     /// Between two steps of the statement, that is; one call of an SQL function is never cut short.
     Result<QList<Row>> queryWithin(std::chrono::milliseconds limit, const QString &sql,
@@ -64,7 +61,7 @@ public:
     /// name is trimmed as in `replaceTags`, the old one taken as it is; a new name that is then blank or the
     /// old one changes nothing.
     Result<void> renameTag(const QString &oldName, const QString &newName);
-    /// Takes `name` as it is.
+    /// Deletes a tag everywhere in one transaction; takes `name` as it is.
     Result<void> deleteTag(const QString &name);
 
     /// Whether the library can be read, with the file's path in the error's reason when not. Gives a file
@@ -82,7 +79,6 @@ private:
     };
 
     void open();
-    Result<Statement> prepare(const QString &sql, const SqlValues &parameters);
     void setBusyTimeout(std::chrono::milliseconds timeout);
     Result<void> verifyReadable();
     Error noConnectionError() const;

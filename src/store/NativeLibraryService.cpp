@@ -66,16 +66,24 @@ Result<qint64> countOf(Database &database, const QString &sql, const SqlValues &
     return rows->isEmpty() ? 0 : rows->first().integer(QLatin1String("n")).value_or(0);
 }
 
+/// Counts here: SQLite would sort the tags of all papers first.
 Result<QHash<QString, qint64>> countsByTag(Database &database)
 {
-    const auto rows = database.query(QStringLiteral("SELECT tag, count(*) AS n FROM tags GROUP BY tag"));
-    if (!rows)
-        return rows.error();
-    QHash<QString, qint64> counts;
-    for (const Row &row : *rows) {
-        if (const auto tag = row.text(QLatin1String("tag")))
-            counts.insert(*tag, row.integer(QLatin1String("n")).value_or(0));
+    Result<Statement> statement = database.prepare(QStringLiteral("SELECT tag FROM tags"));
+    if (!statement)
+        return statement.error();
+    QHash<QByteArray, qint64> byName;
+    while (statement->step() == Statement::Step::Row) {
+        const QByteArrayView tag = statement->utf8(0).value_or(QByteArrayView());
+        const auto known = byName.find(QByteArray::fromRawData(tag.data(), tag.size()));
+        if (known != byName.end())
+            ++*known;
+        else
+            byName.insert(tag.toByteArray(), 1);
     }
+    QHash<QString, qint64> counts;
+    for (auto count = byName.begin(); count != byName.end(); ++count)
+        counts.insert(QString::fromUtf8(count.key()), count.value());
     return counts;
 }
 
@@ -108,7 +116,9 @@ NativeLibraryService::NativeLibraryService(DatabaseManager &db, SystemSearchPubl
 
 QFuture<Result<QList<Paper>>> NativeLibraryService::allPapers()
 {
-    return m_db.perform(m_urgency, [](Database &database) { return selectAllPapers(database, kTitleOrder); });
+    return m_db.perform(m_urgency, [](Database &database) {
+        return selectPapers(database, u"SELECT * FROM papers" + kTitleOrder, {}, TagLookup::Scan);
+    });
 }
 
 QFuture<Result<QList<Paper>>> NativeLibraryService::papersWithTag(const QString &tag)

@@ -14,6 +14,7 @@ constexpr double kRingWidth = 2;
 constexpr double kCoverRadius = 3;
 constexpr double kPlaceholderRadius = 8;
 constexpr int kDocumentSize = 48;
+constexpr double kSymbolOpacity = 0.85; ///< of the placeholder's
 constexpr int kMissingSize = 16;
 
 QColor faded(QColor colour, double opacity)
@@ -98,7 +99,7 @@ void CardPainter::paintPlaceholder(QPainter &painter, QRectF box) const
     painter.setBrush(faded(QColor(secondary.rgb()), 0.1));
     painter.drawRoundedRect(box, kPlaceholderRadius, kPlaceholderRadius);
     const double opacity = painter.opacity();
-    painter.setOpacity(opacity * 0.5);
+    painter.setOpacity(opacity * kSymbolOpacity);
     painter.drawPixmap(QRectF(box.center() - QPointF(kDocumentSize, kDocumentSize) / 2.0,
                               QSizeF(kDocumentSize, kDocumentSize)),
                        m_document, QRectF(m_document.rect()));

@@ -1,7 +1,6 @@
 #include "ui/CardText.h"
 
 #include "ui/CardWords.h"
-#include "ui/TextLines.h"
 
 #include <QFontMetrics>
 #include <QPainter>
@@ -26,6 +25,17 @@ QTextCharFormat matchFormat(const QPalette &palette)
     format.setForeground(palette.text());
     format.setBackground(withAlpha(palette.color(QPalette::Highlight), kMatchOpacity));
     return format;
+}
+
+FormattedText passageText(const QList<SnippetSpan> &spans, const QPalette &palette)
+{
+    FormattedText passage;
+    for (const SnippetSpan &span : spans) {
+        if (span.isMatch)
+            passage.formats.append({int(passage.text.size()), int(span.text.size()), matchFormat(palette)});
+        passage.text += span.text;
+    }
+    return passage;
 }
 
 QFont smaller(QFont font)
@@ -74,53 +84,29 @@ int CardStyle::height() const
 
 CardText::CardText(const PaperCard &card, const QString &query, const CardStyle &style,
                    const QPalette &palette)
-    : m_isTitleCut(addTitle(card.paper.title, style, palette))
+    : m_bottom(CardStyle::kCoverHeight + CardStyle::kCoverGap)
 {
-    addByline(card.paper, style, palette);
-    if (card.passage)
-        addPassage(card, query, style, palette);
+    const QColor secondary = secondaryColour(palette);
+    const QString byline = elidedByline(card.paper, style.smallFont, CardStyle::kWidth);
+    m_isTitleCut = add({card.paper.title.simplified(), {}}, style.titleFont, CardStyle::kTitleLines,
+                       palette.color(QPalette::Text));
+    add({byline, {}}, style.smallFont, 1, secondary);
+    if (!card.passage)
+        return;
+    add(passageText(passageSpans(*card.passage, query), palette), style.smallFont, CardStyle::kPassageLines,
+        secondary);
+    add({passagePlace(card), {}}, style.smallFont, 1, secondary);
 }
 
-bool CardText::addTitle(const QString &title, const CardStyle &style, const QPalette &palette)
+bool CardText::add(const FormattedText &text, const QFont &font, int lines, const QColor &colour)
 {
-    TextLines lines =
-        fitText(title.simplified(), {}, style.titleFont, CardStyle::kWidth, CardStyle::kTitleLines);
-    const bool isCut = lines.isCut;
-    add(std::move(lines.layout), CardStyle::kCoverHeight + CardStyle::kCoverGap,
-        palette.color(QPalette::Text));
-    return isCut;
-}
-
-void CardText::addByline(const Paper &paper, const CardStyle &style, const QPalette &palette)
-{
-    const QString byline = elidedByline(paper, style.smallFont, CardStyle::kWidth);
-    const auto &titleLines = *m_blocks.front().layout;
-    add(fitText(byline, {}, style.smallFont, CardStyle::kWidth, 1).layout,
-        m_blocks.front().top + titleLines.lineCount() * style.titleLine + CardStyle::kTextGap,
-        secondaryColour(palette));
-}
-
-void CardText::addPassage(const PaperCard &card, const QString &query, const CardStyle &style,
-                          const QPalette &palette)
-{
-    QString text;
-    QList<QTextLayout::FormatRange> formats;
-    for (const SnippetSpan &span : passageSpans(*card.passage, query)) {
-        if (span.isMatch)
-            formats.append({int(text.size()), int(span.text.size()), matchFormat(palette)});
-        text += span.text;
-    }
-    const int top = m_blocks.back().top + style.smallLine + CardStyle::kTextGap;
-    const QColor colour = secondaryColour(palette);
-    add(fitText(text, formats, style.smallFont, CardStyle::kWidth, CardStyle::kPassageLines).layout, top,
-        colour);
-    const int place = top + m_blocks.back().layout->lineCount() * style.smallLine + CardStyle::kTextGap;
-    add(fitText(passagePlace(card), {}, style.smallFont, CardStyle::kWidth, 1).layout, place, colour);
-}
-
-void CardText::add(std::unique_ptr<QTextLayout> layout, int top, const QColor &colour)
-{
-    m_blocks.push_back({std::move(layout), top, colour});
+    if (text.text.isEmpty())
+        return false;
+    TextLines fitted = fitText(text, font, CardStyle::kWidth, lines);
+    const int height = fitted.layout->lineCount() * QFontMetrics(font).height();
+    m_blocks.push_back({std::move(fitted.layout), m_bottom, colour});
+    m_bottom += height + CardStyle::kTextGap;
+    return fitted.isCut;
 }
 
 void CardText::paint(QPainter &painter, QPointF topLeft) const

@@ -2,12 +2,12 @@
 
 #include "ui/GridGeometry.h"
 #include "ui/PaperListModel.h"
+#include "ui/TextLines.h"
 
 #include <QFont>
 #include <QPalette>
 #include <QPoint>
-#include <QTextLayout>
-#include <memory>
+#include <vector>
 
 class QPainter;
 
@@ -53,13 +53,11 @@ private:
         QColor colour;
     };
 
-    bool addTitle(const QString &title, const CardStyle &style, const QPalette &palette);
-    void addByline(const Paper &paper, const CardStyle &style, const QPalette &palette);
-    void addPassage(const PaperCard &card, const QString &query, const CardStyle &style,
-                    const QPalette &palette);
-    void add(std::unique_ptr<QTextLayout> layout, int top, const QColor &colour);
+    /// Adds a block below the others, unless the text is empty; true when not all of it fits.
+    bool add(const FormattedText &text, const QFont &font, int lines, const QColor &colour);
 
     std::vector<Block> m_blocks;
+    int m_bottom; ///< where the next block begins, from the card's top
     bool m_isTitleCut = false;
 };
 

@@ -3,6 +3,7 @@
 #include "app/LibraryViewModel.h"
 #include "search/ParsedQuery.h"
 #include "ui/CoverCache.h"
+#include "ui/EmptyState.h"
 #include "ui/PaperGrid.h"
 
 #include <QHash>
@@ -16,20 +17,47 @@ namespace
 /// Between the top and what is shown in place of results.
 constexpr int kPlaceholderTop = 80;
 
-/// A page whose parts stand one below the other in the middle, under `kPlaceholderTop`.
-QWidget *makePage(const QString &name, const QList<QWidget *> &parts)
+/// A page that shows `content` at its top, in the middle.
+QWidget *makePage(QWidget *content)
 {
     auto *page = new QWidget;
-    page->setObjectName(name);
     page->setAutoFillBackground(true);
     page->setBackgroundRole(QPalette::Base);
+    content->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     auto *layout = new QVBoxLayout(page);
-    layout->setContentsMargins(20, kPlaceholderTop, 20, 20);
-    layout->setSpacing(10);
-    for (QWidget *part : parts)
-        layout->addWidget(part, 0, Qt::AlignHCenter);
+    layout->setContentsMargins(0, kPlaceholderTop, 0, 0);
+    layout->addWidget(content);
     layout->addStretch();
     return page;
+}
+
+QWidget *makeBusyIndicator()
+{
+    auto *progress = new QProgressBar;
+    progress->setRange(0, 0);
+    progress->setTextVisible(false);
+    progress->setFixedSize(160, 6);
+    progress->setAccessibleName(QStringLiteral("Searching…"));
+    auto *indicator = new QWidget;
+    auto *layout = new QVBoxLayout(indicator);
+    layout->setContentsMargins({});
+    layout->setSpacing(10);
+    layout->addWidget(progress, 0, Qt::AlignHCenter);
+    layout->addWidget(new QLabel(QStringLiteral("Searching…")), 0, Qt::AlignHCenter);
+    return indicator;
+}
+
+QLabel *makeHeading()
+{
+    auto *heading = new QLabel(QStringLiteral("Search Results"));
+    QFont large = heading->font();
+    large.setPointSizeF(large.pointSizeF() * 1.4);
+    large.setBold(true);
+    heading->setFont(large);
+    heading->setContentsMargins(20, 16, 20, 0);
+    heading->setAutoFillBackground(true);
+    heading->setBackgroundRole(QPalette::Base);
+    return heading;
 }
 } // namespace
 
@@ -88,7 +116,7 @@ SearchResultsView::SearchResultsView(LibraryViewModel &vm, CoverCache &covers, O
                                      QWidget *parent)
     : QWidget(parent)
     , m_vm(vm)
-    , m_nothingTitle(new QLabel)
+    , m_nothingFound(new EmptyState({}))
     , m_grid(new PaperGrid(vm, covers, CardKind::SearchResult))
 {
     setObjectName(QStringLiteral("searchResultsView"));
@@ -102,30 +130,10 @@ SearchResultsView::SearchResultsView(LibraryViewModel &vm, CoverCache &covers, O
 
 void SearchResultsView::addPages()
 {
-    auto *heading = new QLabel(QStringLiteral("Search Results"));
-    QFont large = heading->font();
-    large.setPointSizeF(large.pointSizeF() * 1.4);
-    large.setBold(true);
-    heading->setFont(large);
-    heading->setContentsMargins(20, 16, 20, 0);
-    heading->setAutoFillBackground(true);
-    heading->setBackgroundRole(QPalette::Base);
-
-    auto *progress = new QProgressBar;
-    progress->setRange(0, 0);
-    progress->setTextVisible(false);
-    progress->setFixedSize(160, 6);
-    progress->setAccessibleName(QStringLiteral("Searching…"));
-    m_busy = makePage(QStringLiteral("searching"), {progress, new QLabel(QStringLiteral("Searching…"))});
-
-    QFont title = m_nothingTitle->font();
-    title.setPointSizeF(title.pointSizeF() * 1.3);
-    title.setBold(true);
-    m_nothingTitle->setFont(title);
-    m_nothingTitle->setTextFormat(Qt::PlainText);
-    m_nothingTitle->setWordWrap(true);
-    m_nothing = makePage(QStringLiteral("nothingFound"), {m_nothingTitle});
-
+    m_busy = makePage(makeBusyIndicator());
+    m_busy->setObjectName(QStringLiteral("searching"));
+    m_nothing = makePage(m_nothingFound);
+    m_nothing->setObjectName(QStringLiteral("nothingFound"));
     m_grid->setObjectName(QStringLiteral("results"));
     m_grid->setAccessibleName(QStringLiteral("Search Results"));
     m_grid->setAnimatesChanges(true);
@@ -134,7 +142,7 @@ void SearchResultsView::addPages()
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
     layout->setSpacing(0);
-    layout->addWidget(heading);
+    layout->addWidget(makeHeading());
     m_pages = new QStackedLayout;
     layout->addLayout(m_pages, 1);
     for (QWidget *page : {m_busy, m_nothing, static_cast<QWidget *>(m_grid)})
@@ -148,7 +156,8 @@ void SearchResultsView::forwardInput(OpenReaderWindow openWindow)
     });
     connect(m_grid, &PaperGrid::opened, this, [this, openWindow = std::move(openWindow)](int row) {
         const QList<SearchResult> results = m_vm.filteredSearchResults;
-        openWindow(openRequestForResult(results.at(row), ParsedQuery(m_vm.queryText).fullText));
+        if (row < results.size())
+            openWindow(openRequestForResult(results.at(row), ParsedQuery(m_vm.queryText).fullText));
     });
     connect(m_grid, &PaperGrid::detailsToggleRequested, this, &SearchResultsView::detailsToggleRequested);
     connect(m_grid, &PaperGrid::editRequested, this, &SearchResultsView::editRequested);
@@ -180,7 +189,9 @@ void SearchResultsView::showState()
 {
     const QString fullText = ParsedQuery(m_vm.queryText).fullText;
     m_grid->setQuery(fullText);
-    m_nothingTitle->setText(u"Nothing found for \"" + fullText + u"\"");
+    m_nothingFound->setTexts({.title = u"Nothing found for \"" + fullText + u"\"",
+                              .text = QStringLiteral("No page of your papers holds these words."),
+                              .symbol = Symbol::DocumentSearch});
     QWidget *page = m_grid;
     if (m_vm.isLoading)
         page = m_busy;

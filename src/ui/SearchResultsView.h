@@ -8,9 +8,9 @@
 #include <QWidget>
 
 class CoverCache;
+class EmptyState;
 class LibraryViewModel;
 class PaperGrid;
-class QLabel;
 class QStackedLayout;
 
 /// The results of a full-text search as cards with their passages; opening one opens the reader on it.
@@ -40,7 +40,7 @@ private:
     QStackedLayout *m_pages;
     QWidget *m_busy;
     QWidget *m_nothing;
-    QLabel *m_nothingTitle;
+    EmptyState *m_nothingFound;
     PaperGrid *m_grid;
     std::vector<QPropertyNotifier> m_observers;
 };

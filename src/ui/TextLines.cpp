@@ -1,7 +1,7 @@
 #include "ui/TextLines.h"
 
+#include <QFontMetrics>
 #include <QTextOption>
-#include <algorithm>
 
 namespace
 {
@@ -11,16 +11,15 @@ constexpr qsizetype kMostCharactersOfLine = 160;
 /// Lays out at most `lines` lines and answers where the text that fits ends.
 qsizetype breakLines(QTextLayout &layout, int width, int lines)
 {
+    const QFontMetrics metrics(layout.font());
     qsizetype end = 0;
-    qreal top = 0;
     layout.beginLayout();
     for (int i = 0; i < lines; ++i) {
         QTextLine line = layout.createLine();
         if (!line.isValid())
             break;
         line.setLineWidth(width);
-        line.setPosition({0, top});
-        top += line.height();
+        line.setPosition({0, i * metrics.height() + metrics.ascent() - line.ascent()});
         end = line.textStart() + line.textLength();
     }
     layout.endLayout();
@@ -34,6 +33,7 @@ std::unique_ptr<QTextLayout> makeLayout(const QString &text, const QList<QTextLa
     layout->setFormats(formats);
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setTextDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     layout->setTextOption(option);
     layout->setCacheEnabled(true);
     return layout;
@@ -50,18 +50,17 @@ qsizetype shorterEnd(const QString &text, qsizetype end, qsizetype lineStart)
 }
 } // namespace
 
-TextLines fitText(const QString &text, const QList<QTextLayout::FormatRange> &formats, const QFont &font,
-                  int width, int lines)
+TextLines fitText(const FormattedText &text, const QFont &font, int width, int lines)
 {
-    const QString beginning = text.left(kMostCharactersOfLine * lines);
-    auto layout = makeLayout(beginning, formats, font);
+    const QString beginning = text.text.left(kMostCharactersOfLine * lines);
+    auto layout = makeLayout(beginning, text.formats, font);
     qsizetype end = breakLines(*layout, width, lines);
     if (end >= beginning.size())
         return {std::move(layout), false};
     const qsizetype lastLine = layout->lineAt(lines - 1).textStart();
     while (end > lastLine) {
         const QString cut = beginning.left(end).trimmed() + u'…';
-        layout = makeLayout(cut, formats, font);
+        layout = makeLayout(cut, text.formats, font);
         if (breakLines(*layout, width, lines) >= cut.size())
             break;
         end = shorterEnd(beginning, end, lastLine);

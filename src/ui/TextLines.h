@@ -3,6 +3,12 @@
 #include <QTextLayout>
 #include <memory>
 
+/// A text parts of which look different.
+struct FormattedText {
+    QString text;
+    QList<QTextLayout::FormatRange> formats;
+};
+
 /// A text broken into lines.
 struct TextLines {
     std::unique_ptr<QTextLayout> layout; ///< its first line stands at 0, 0
@@ -11,5 +17,5 @@ struct TextLines {
 
 /// Breaks `text` into at most `lines` lines of `width`; where it needs more, the last one ends with "…",
 /// after a whole word if it can. Only the beginning of an endless text is looked at.
-TextLines fitText(const QString &text, const QList<QTextLayout::FormatRange> &formats, const QFont &font,
-                  int width, int lines);
+/// Lines stand as far apart as those of `font`, also where another font has to supply the letters.
+TextLines fitText(const FormattedText &text, const QFont &font, int width, int lines);

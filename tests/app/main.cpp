@@ -1,17 +1,9 @@
 // The entry point of the tests of app/, whose view model needs an event loop and whose actions an application
 // of the desktop; a test fails when Qt warns.
+#include "support/FailOnWarning.h"
+
 #include <QGuiApplication>
 #include <gtest/gtest.h>
-
-namespace
-{
-void failOnWarning(QtMsgType type, const QMessageLogContext &, const QString &message)
-{
-    if (type == QtDebugMsg || type == QtInfoMsg)
-        return;
-    ADD_FAILURE() << "Qt said: " << message.toStdString();
-}
-} // namespace
 
 int main(int argc, char **argv)
 {

@@ -1,19 +1,8 @@
 // The entry point of the window tests: an application on the offscreen platform; a test fails when Qt warns.
+#include "support/FailOnWarning.h"
+
 #include <QApplication>
 #include <gtest/gtest.h>
-
-namespace
-{
-void failOnWarning(QtMsgType type, const QMessageLogContext &, const QString &message)
-{
-    if (type == QtDebugMsg || type == QtInfoMsg)
-        return;
-    // The offscreen platform has no window manager to speak to.
-    if (message.startsWith(QLatin1String("This plugin does not support ")))
-        return;
-    ADD_FAILURE() << "Qt said: " << message.toStdString();
-}
-} // namespace
 
 int main(int argc, char **argv)
 {
