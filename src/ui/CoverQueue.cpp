@@ -16,8 +16,10 @@ QImage readCover(const CoverQuestion &question)
     if (!size.isValid())
         return {};
     reader.setScaledSize(size.scaled(question.box, Qt::KeepAspectRatio).expandedTo({1, 1}));
-    // The format that pixmaps have: the main thread then only takes it over.
-    return reader.read().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    const QImage cover = reader.read();
+    // The formats that pixmaps have: the main thread then only takes it over.
+    return cover.convertToFormat(cover.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
+                                                         : QImage::Format_RGB32);
 }
 } // namespace
 

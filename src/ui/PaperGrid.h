@@ -103,6 +103,7 @@ private:
     bool showToolTip(const QPoint &globalPosition, const QModelIndex &index);
     void selectRow(int row);
     void confirmRemoval(const PaperGridItem &card);
+    bool isConfirming(const QString &paperId) const;
 
     LibraryViewModel &m_vm;
     CoverCache &m_covers;
