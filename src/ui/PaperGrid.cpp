@@ -4,6 +4,7 @@
 #include "ui/PaperGridAccessible.h"
 #include "ui/ReducedMotion.h"
 
+#include <QElapsedTimer>
 #include <QMessageBox>
 #include <QPaintEvent>
 #include <QPainter>
@@ -15,6 +16,9 @@ namespace
 constexpr int kMostTexts = 320;
 /// One notch of the wheel, and one press of a scroll bar's arrow.
 constexpr int kScrollStep = 96;
+/// Of a frame of 16 ms while scrolling, for laying out new texts; what is not done by then comes with the
+/// next frame. Somebody who scrolls so fast that cards pass at this rate cannot read them.
+constexpr int kMostTextMs = 6;
 } // namespace
 
 PaperGrid::PaperGrid(LibraryViewModel &vm, CoverCache &covers, CardKind kind, QWidget *parent)
@@ -164,6 +168,7 @@ bool PaperGrid::scrollToPaper(const QString &paperId)
 
 void PaperGrid::scrollContentsBy(int dx, int dy)
 {
+    m_isScrolling = true;
     if (m_motion.isMoving())
         viewport()->update();
     else
@@ -285,11 +290,19 @@ void PaperGrid::paintEvent(QPaintEvent *event)
     QPainter painter(viewport());
     const QRect area = m_motion.isMoving() ? viewport()->rect() : event->rect();
     const auto cards = visibleCards(area);
-    for (int row = cards.first; row <= cards.last; ++row)
-        paintCard(painter, row);
+    QElapsedTimer time;
+    time.start();
+    for (int row = cards.first; row <= cards.last; ++row) {
+        const bool mayMakeText = !m_isScrolling || time.elapsed() < kMostTextMs;
+        const CardText *text = mayMakeText ? &textOf(row) : m_texts.object(row);
+        paintCard(painter, row, text);
+        if (!text)
+            updateCard(row);
+    }
+    m_isScrolling = false;
 }
 
-void PaperGrid::paintCard(QPainter &painter, int row)
+void PaperGrid::paintCard(QPainter &painter, int row, const CardText *text)
 {
     PaperGridItem card = item(row);
     CardPainter &look = cardPainter(painter.device()->devicePixelRatioF());
@@ -299,7 +312,7 @@ void PaperGrid::paintCard(QPainter &painter, int row)
     const QRectF place = cardInViewport(row);
     const auto pose = m_motion.pose(card.paper.id, place.topLeft());
     painter.setOpacity(pose.opacity);
-    look.paint(painter, {pose.topLeft, place.size()}, card, textOf(row),
+    look.paint(painter, {pose.topLeft, place.size()}, card, text,
                {.isHovered = row == m_hovered,
                 .hasFocus = hasFocus() && row == currentIndex().row(),
                 .isFileMissing = isFileMissing(row)});

@@ -90,7 +90,7 @@ private:
     QRect cardInViewport(int row) const;
     void updateCard(int row);
     void updateCardsShowing(const QString &path);
-    void paintCard(QPainter &painter, int row);
+    void paintCard(QPainter &painter, int row, const CardText *text);
     const CardText &textOf(int row);
     void forgetLooks();
     void prepareForNewList();
@@ -117,6 +117,7 @@ private:
     QString m_selectedId;
     bool m_isRestoring = false; ///< a change of the selection is none of the person's
     bool m_animatesChanges = false;
+    bool m_isScrolling = false; ///< since the last frame
     int m_hovered = -1;
     GridMotion m_motion;
     QHash<QString, QPointF> m_placesBefore; ///< of the cards in sight before a new list
