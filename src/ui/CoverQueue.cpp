@@ -70,10 +70,18 @@ std::optional<CoverQueue::Waiting> CoverQueue::takeNewest()
     return newest->waiting;
 }
 
-void CoverQueue::settle(const CoverQuestion &question)
+bool CoverQueue::settle(const CoverQuestion &question, int round)
 {
     const QMutexLocker lock(&m_mutex);
-    m_places.remove(question);
+    const auto place = m_places.find(question);
+    if (place == m_places.end())
+        return false;
+    if (place->waiting.round == round) {
+        m_places.erase(place);
+        return false;
+    }
+    place->isTaken = false;
+    return true;
 }
 
 void CoverQueue::clear()

@@ -58,8 +58,24 @@ TEST(CoverQueue, AsksOnceWhileAQuestionIsBeingAnswered)
     EXPECT_EQ(takenFrom(queue), u"0");
     EXPECT_FALSE(queue.ask(asked(0)));
     EXPECT_EQ(takenFrom(queue), u"nothing");
-    queue.settle(asked(0).question);
+    EXPECT_FALSE(queue.settle(asked(0).question, 0));
     EXPECT_TRUE(queue.ask(asked(0)));
+}
+
+TEST(CoverQueue, AsksAgainWhatWasAskedAnewWhileItWasAnswered)
+{
+    CoverQueue queue;
+    queue.ask(asked(0));
+    queue.takeNewest();
+    CoverQueue::Waiting later = asked(0);
+    later.round = 1;
+    EXPECT_FALSE(queue.ask(later));
+    EXPECT_TRUE(queue.settle(later.question, 0));
+    const auto again = queue.takeNewest();
+    ASSERT_TRUE(again);
+    EXPECT_EQ(again->round, 1);
+    EXPECT_FALSE(queue.settle(later.question, 1));
+    EXPECT_EQ(takenFrom(queue), u"nothing");
 }
 
 TEST(CoverQueue, ForgetsTheOldestOfTooMany)

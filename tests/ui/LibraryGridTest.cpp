@@ -139,13 +139,11 @@ TEST_F(LibraryGridTest, LooksForFilesAgainAfterALoad)
     QList<Paper> one = papers(1);
     one[0].filepath = library.folder.path(QStringLiteral("moved.pdf"));
     show(one);
-    grid().isFileMissing(0);
     waitForArrival();
     EXPECT_TRUE(grid().isFileMissing(0));
     library.folder.write(QStringLiteral("moved.pdf"), "x");
     vm().isLoading = true;
     vm().isLoading = false;
-    grid().isFileMissing(0);
     waitForArrival();
     EXPECT_FALSE(grid().isFileMissing(0));
 }
