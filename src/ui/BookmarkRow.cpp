@@ -35,7 +35,7 @@ BookmarkRow::BookmarkRow(const Bookmark &bookmark, const QString &filepath, Open
     setAccessibleDescription(bookmark.text);
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
-    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
 

@@ -90,8 +90,11 @@ void BookmarksTab::showBookmarks()
     bookmarks.removeIf([this](const Bookmark &bookmark) { return bookmark.paperId != m_paper.id; });
     m_empty->setVisible(bookmarks.isEmpty());
     const int focused = takeRows();
-    for (const Bookmark &bookmark : std::as_const(bookmarks))
-        m_rows->addWidget(makeRow(bookmark));
+    for (const Bookmark &bookmark : std::as_const(bookmarks)) {
+        BookmarkRow *row = makeRow(bookmark);
+        m_rows->addWidget(row);
+        row->show(); // a child added to a visible parent else shows, and takes the focus, only later
+    }
     if (focused >= 0 && m_rows->count() > 0)
         m_rows->itemAt(qMin(focused, m_rows->count() - 1))->widget()->setFocus(Qt::OtherFocusReason);
 }

@@ -6,8 +6,8 @@ class QAction;
 class QLineEdit;
 class WrappedLabel;
 
-/// Says beneath a field why its text cannot be taken, marks the field, and tells a screen reader. Hidden while
-/// there is no problem; typing clears it.
+/// Says beneath a field why its text cannot be taken, marks the field, and tells a screen reader. Hidden
+/// while there is no problem; typing clears it.
 class FieldProblem : public QWidget
 {
     Q_OBJECT

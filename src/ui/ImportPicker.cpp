@@ -123,6 +123,7 @@ void ImportPicker::layOut()
 {
     auto *explanation = new QLabel(
         QStringLiteral("Select which of the discovered PDFs you want to add to your library."), this);
+    explanation->setObjectName(QStringLiteral("pickerExplanation"));
     explanation->setWordWrap(true);
     auto *footer = new QHBoxLayout;
     footer->addWidget(m_count);

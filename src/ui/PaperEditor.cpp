@@ -74,6 +74,8 @@ void PaperEditor::begin(const PaperEditTexts &texts)
     m_title->setText(texts.title);
     m_authors->setText(texts.authors);
     m_year->setText(texts.year);
+    for (QLineEdit *field : {m_title, m_authors})
+        field->setCursorPosition(0); // show the beginning of what is too long
     m_yearProblem->say({});
     focusFirst();
 }
@@ -81,7 +83,8 @@ void PaperEditor::begin(const PaperEditTexts &texts)
 void PaperEditor::focusFirst()
 {
     m_title->setFocus(Qt::OtherFocusReason);
-    m_title->selectAll();
+    m_title->setSelection(static_cast<int>(m_title->text().size()),
+                          -static_cast<int>(m_title->text().size()));
 }
 
 void PaperEditor::save()

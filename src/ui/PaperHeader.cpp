@@ -31,9 +31,7 @@ PaperHeader::PaperHeader(CoverCache &covers, QWidget *parent)
 void PaperHeader::setPaper(const Paper &paper)
 {
     m_cover->setCoverPath(paper.coverPath);
-    const bool isShown = !m_title->isHidden() || m_title->text().isEmpty();
     m_title->setWrappedText(paper.title);
-    m_title->setVisible(isShown);
 }
 
 void PaperHeader::setTitleShown(bool isShown)

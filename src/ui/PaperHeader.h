@@ -15,9 +15,8 @@ class PaperHeader : public QWidget
 public:
     explicit PaperHeader(CoverCache &covers, QWidget *parent = nullptr);
 
-    void setPaper(const Paper &paper);
-    /// Without its title while that is being edited.
-    void setTitleShown(bool isShown);
+    void setPaper(const Paper &paper); ///< shows the title
+    void setTitleShown(bool isShown);  ///< not while the title is being edited
 
 private:
     CoverView *m_cover;

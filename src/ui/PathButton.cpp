@@ -32,7 +32,7 @@ PathButton::PathButton(const Clock &clock, QWidget *parent)
     setCursor(Qt::PointingHandCursor);
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
-    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
     connect(this, &QAbstractButton::clicked, this, &PathButton::copy);
@@ -44,7 +44,7 @@ void PathButton::setPath(const QString &path)
         return;
     m_path = path;
     m_saying.reset();
-    setToolTip(Qt::convertFromPlainText(QString(path % u"\nClick to copy")));
+    setToolTip(Qt::convertFromPlainText(QString(path % u"\n\nClick to copy"), Qt::WhiteSpaceNormal));
     setAccessibleDescription(path);
     updateGeometry();
     update();
@@ -99,7 +99,8 @@ void PathButton::paintEvent(QPaintEvent *)
     WrappedText shown = wrapped();
     if (saysCopied())
         shown.text = QStringLiteral("Copied");
-    painter.setPen(textColor(palette(), underMouse() || saysCopied() ? TextTone::Primary : TextTone::Secondary));
+    painter.setPen(
+        textColor(palette(), underMouse() || saysCopied() ? TextTone::Primary : TextTone::Secondary));
     shown.draw(painter, QStyle::visualRect(layoutDirection(), inner, text));
     if (hasFocus()) {
         QStyleOptionFocusRect option;

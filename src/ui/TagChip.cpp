@@ -25,15 +25,15 @@ TagChip::TagChip(const QString &label, QWidget *parent)
     , m_label(label)
     , m_remove(new QToolButton(this))
 {
-    setObjectName(QString(u"tag " % label));
     setAccessibleRole(*this, QAccessible::ListItem);
+    setObjectName(QString(u"tag " % label));
     setAccessibleName(QString(u"tag " % label));
     setAccessibleDescription(QStringLiteral("Delete removes it"));
     setFont(captionFont(font()));
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     if (fontMetrics().horizontalAdvance(label) > kMaximumTextPx)
-        setToolTip(Qt::convertFromPlainText(label));
+        setToolTip(Qt::convertFromPlainText(label, Qt::WhiteSpaceNormal));
 
     m_remove->setObjectName(QStringLiteral("remove"));
     m_remove->setAccessibleName(QString(u"Remove tag " % label));

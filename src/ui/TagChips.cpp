@@ -15,10 +15,10 @@ TagChips::TagChips(QWidget *parent)
     : QWidget(parent)
     , m_rows(new FlowLayout(this, kSpacingPx))
 {
+    setAccessibleRole(*this, QAccessible::List);
     setObjectName(QStringLiteral("tags"));
     setAccessibleName(QStringLiteral("Tags"));
-    setAccessibleRole(*this, QAccessible::List);
-    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
 }
@@ -61,12 +61,22 @@ void TagChips::setTags(const QStringList &tags)
     }
     while (m_rows->count() > tags.size())
         takeChip(m_rows->count() - 1);
-    // New chips are last in the order of the Tab key, which is not where they stand.
-    for (int i = 0; i < m_rows->count(); ++i)
-        setTabOrder(i == 0 ? static_cast<QWidget *>(this) : chipAt(i - 1), chipAt(i));
+    orderForTabKey();
     setVisible(!tags.isEmpty());
     if (lostFocus >= 0)
         focusNear(lostFocus);
+}
+
+// New chips are last in the order of the Tab key, which is not where they stand.
+void TagChips::orderForTabKey()
+{
+    setFocusPolicy(Qt::TabFocus); // for the moment: Qt puts nothing behind a widget that takes no focus
+    QWidget *before = this;
+    for (int i = 0; i < m_rows->count(); ++i) {
+        setTabOrder(before, chipAt(i));
+        before = chipAt(i);
+    }
+    setFocusPolicy(Qt::NoFocus);
 }
 
 void TagChips::focusNear(int index)

@@ -26,6 +26,7 @@ private:
     TagChip *chipAt(int index) const;
     void insertChip(int index, const QString &tag);
     void takeChip(int index);
+    void orderForTabKey();
     void focusNear(int index);
 
     FlowLayout *m_rows;

@@ -19,10 +19,14 @@ TagField::TagField(QWidget *parent)
     completer->setCaseSensitivity(Qt::CaseInsensitive);
     completer->popup()->setAccessibleName(QStringLiteral("Known tags"));
     setCompleter(completer);
-    // After the completer has put its choice into the field, which it does even after Return has been
-    // handled.
-    connect(completer, qOverload<const QString &>(&QCompleter::activated), this, &TagField::enter,
-            Qt::QueuedConnection);
+    // Later: the completer puts its choice into the field after everyone has heard of it.
+    connect(
+        completer, qOverload<const QString &>(&QCompleter::activated), this,
+        [this](const QString &completion) {
+            setText(completion);
+            enter();
+        },
+        Qt::QueuedConnection);
     connect(this, &QLineEdit::returnPressed, this, [this] {
         if (!isChoosingCompletion())
             enter();

@@ -8,8 +8,8 @@ WrappedLabel::WrappedLabel(QWidget *parent)
     : QLabel(parent)
 {
     setTextFormat(Qt::PlainText);
-    // Else QLabel::setText would take "&" as a mark, and ask for the width of the whole text.
-    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    // Not a fixed height: a layout would take that of the proposed width for the limit at every width.
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
     hide();
@@ -71,5 +71,5 @@ void WrappedLabel::resizeEvent(QResizeEvent *event)
 
 void WrappedLabel::updateToolTip()
 {
-    setToolTip(wrapped().fits(width()) ? QString() : Qt::convertFromPlainText(text()));
+    setToolTip(wrapped().fits(width()) ? QString() : Qt::convertFromPlainText(text(), Qt::WhiteSpaceNormal));
 }

@@ -13,12 +13,14 @@ namespace
 constexpr int kCharactersALine = 800;
 
 // The texts of the lines, in order.
-QStringList linesOf(const WrappedText &wrapped, const QString &text, int width)
+QStringList linesOf(const WrappedText &wrapped, const QString &text, int width,
+                    QTextOption::WrapMode mode = QTextOption::WrapAtWordBoundaryOrAnywhere)
 {
+    if (text.isEmpty())
+        return {};
     QTextLayout layout(text, wrapped.font);
     QTextOption option;
-    option.setWrapMode(wrapped.elide == Qt::ElideMiddle ? QTextOption::WrapAnywhere
-                                                        : QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setWrapMode(mode);
     option.setTextDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     layout.setTextOption(option);
     layout.setCacheEnabled(true);
@@ -47,7 +49,7 @@ QStringList elidedInTheMiddle(const WrappedText &wrapped, int width)
     // A line that breaks anywhere leaves up to a character of its width empty.
     for (int room = wrapped.maximumLines * width; room > 0; room -= metrics.maxWidth()) {
         const QString elided = metrics.elidedText(wrapped.text, Qt::ElideMiddle, room);
-        const QStringList lines = linesOf(wrapped, elided, width);
+        const QStringList lines = linesOf(wrapped, elided, width, QTextOption::WrapAnywhere);
         if (!isTooLong(wrapped, lines))
             return lines;
     }
@@ -58,8 +60,8 @@ QString layoutText(const WrappedText &wrapped)
 {
     if (wrapped.elide == Qt::ElideMiddle)
         return wrapped.text;
-    QString text =
-        wrapped.maximumLines > 0 ? wrapped.text.left(kCharactersALine * (wrapped.maximumLines + 1)) : wrapped.text;
+    QString text = wrapped.maximumLines > 0 ? wrapped.text.left(kCharactersALine * (wrapped.maximumLines + 1))
+                                            : wrapped.text;
     return text.replace(u'\n', QChar::LineSeparator);
 }
 

@@ -12,8 +12,8 @@ class QPainter;
 struct WrappedText {
     QString text;
     QFont font;
-    int maximumLines = 0;                    ///< 0: no limit
-    Qt::TextElideMode elide = Qt::ElideRight; ///< right or middle; middle breaks anywhere, as suits paths
+    int maximumLines = 0;                     ///< 0: no limit
+    Qt::TextElideMode elide = Qt::ElideRight; ///< right, or in the middle, as suits paths
     Qt::LayoutDirection direction = Qt::LeftToRight;
 
     int heightForWidth(int width) const;

@@ -22,8 +22,9 @@ public:
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
     {
         calls.append(message);
-        return connection.send(isWilling ? message.createReply()
-                                         : message.createErrorReply(QDBusError::ServiceUnknown, QStringLiteral("no")));
+        return connection.send(
+            isWilling ? message.createReply()
+                      : message.createErrorReply(QDBusError::ServiceUnknown, QStringLiteral("no")));
     }
 
     bool isWilling = true;
@@ -36,10 +37,11 @@ class DesktopFileOpenerTest : public testing::Test
 protected:
     DesktopFileOpenerTest()
     {
-        QObject::connect(&m_server, &QDBusServer::newConnection, &m_server, [this](QDBusConnection connection) {
-            connection.registerVirtualObject(QStringLiteral("/org/freedesktop/FileManager1"), &manager);
-            m_connected.quit();
-        });
+        QObject::connect(
+            &m_server, &QDBusServer::newConnection, &m_server, [this](QDBusConnection connection) {
+                connection.registerVirtualObject(QStringLiteral("/org/freedesktop/FileManager1"), &manager);
+                m_connected.quit();
+            });
         QDBusConnection::connectToPeer(m_server.address(), kName);
         m_connected.exec();
     }

@@ -46,8 +46,8 @@ TEST(PaperEditTexts, ThatDidNotChangeWriteNothing)
 
 TEST(PaperEditTexts, WriteWhatChangedTrimmed)
 {
-    const auto edit = editTo(edited(QStringLiteral("  On Trees "), QStringLiteral(" Bo Fen\t"),
-                                    QStringLiteral(" 2001 ")));
+    const auto edit =
+        editTo(edited(QStringLiteral("  On Trees "), QStringLiteral(" Bo Fen\t"), QStringLiteral(" 2001 ")));
     ASSERT_TRUE(edit);
     EXPECT_EQ(edit->title, QStringLiteral("On Trees"));
     EXPECT_EQ(edit->authors, QStringLiteral("Bo Fen"));
@@ -75,8 +75,12 @@ TEST(PaperEditTexts, LeaveTheYearWhenItsTextIsEmpty)
 
 TEST(PaperEditTexts, RefuseAYearThatIsNotAWholeNumber)
 {
-    const QStringList notYears{QStringLiteral("soon"), QStringLiteral("19.5"), QStringLiteral("1998a"),
-                               QStringLiteral("20 01"), QStringLiteral("-"), QStringLiteral("0x7c"),
+    const QStringList notYears{QStringLiteral("soon"),
+                               QStringLiteral("19.5"),
+                               QStringLiteral("1998a"),
+                               QStringLiteral("20 01"),
+                               QStringLiteral("-"),
+                               QStringLiteral("0x7c"),
                                QStringLiteral("99999999999999999999")};
     for (const QString &year : notYears) {
         const auto edit = editTo(edited(kPaper.title, kPaper.authors, year));
@@ -87,7 +91,8 @@ TEST(PaperEditTexts, RefuseAYearThatIsNotAWholeNumber)
 
 TEST(PaperEditTexts, KeepTheTitleWhenItsTextIsBlank)
 {
-    const auto edit = editTo(edited(QStringLiteral(" \t "), QStringLiteral("Bo Fen"), QStringLiteral("1998")));
+    const auto edit =
+        editTo(edited(QStringLiteral(" \t "), QStringLiteral("Bo Fen"), QStringLiteral("1998")));
     ASSERT_TRUE(edit);
     EXPECT_FALSE(edit->title);
     EXPECT_TRUE(edit->authors);

@@ -37,7 +37,8 @@ protected:
     }
     void waitForCount(qsizetype count)
     {
-        waitUntil(vm().bookmarks, [=](const QList<Bookmark> &bookmarks) { return bookmarks.size() == count; });
+        waitUntil(vm().bookmarks,
+                  [=](const QList<Bookmark> &bookmarks) { return bookmarks.size() == count; });
     }
     /// Runs the event loop until the views have heard of a change.
     void waitForChangeOf(const QString &paperId)
@@ -136,7 +137,11 @@ TEST_F(BookmarksTabTest, DoesNotReloadForAnotherPapersBookmark)
     openTab();
     waitFor(vm().loadBookmarks(QStringLiteral("p")));
     // A reload would drop this from the list.
-    const QList<Bookmark> marker{{.id = QStringLiteral("m"), .paperId = QStringLiteral("p"), .text = {}, .label = {}, .createdAt = {}}};
+    const QList<Bookmark> marker{{.id = QStringLiteral("m"),
+                                  .paperId = QStringLiteral("p"),
+                                  .text = {},
+                                  .label = {},
+                                  .createdAt = {}}};
     vm().bookmarks = marker;
     addBookmark(QStringLiteral("elsewhere"), 3, {}, QStringLiteral("q"));
     waitForChangeOf(QStringLiteral("q"));

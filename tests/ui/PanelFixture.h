@@ -31,33 +31,6 @@ public:
     std::optional<Error> problem;
 };
 
-/// What assistive programs were told, while one lives. One at a time.
-class AccessibilityLog
-{
-public:
-    AccessibilityLog()
-    {
-        s_events.clear();
-        m_previous = QAccessible::installUpdateHandler(&record);
-    }
-    ~AccessibilityLog() { QAccessible::installUpdateHandler(m_previous); }
-    AccessibilityLog(const AccessibilityLog &) = delete;
-    AccessibilityLog &operator=(const AccessibilityLog &) = delete;
-
-    /// The names of the objects that raised an alert.
-    QStringList alerts() const { return s_events; }
-
-private:
-    static void record(QAccessibleEvent *event)
-    {
-        if (event->type() == QAccessible::Alert)
-            s_events.append(event->object()->objectName());
-    }
-
-    static inline QStringList s_events;
-    QAccessible::UpdateHandler m_previous;
-};
-
 /// A detail panel over a real library, in a window that has the focus.
 class PanelFixture : public testing::Test, protected ViewModelFixture
 {
@@ -76,7 +49,8 @@ protected:
     }
     void showPaper(const QStringList &tags = {})
     {
-        show(addPaper(QStringLiteral("p"), QStringLiteral("On Graphs"), tags, QStringLiteral("Ada Moss"), 1998));
+        show(addPaper(QStringLiteral("p"), QStringLiteral("On Graphs"), tags, QStringLiteral("Ada Moss"),
+                      1998));
     }
 
     template <typename Widget = QWidget> Widget *find(const char *name)
@@ -96,7 +70,8 @@ protected:
     /// Waits until the selected paper is as `condition` says.
     template <typename Condition> void waitForPaper(Condition condition)
     {
-        waitUntil(vm().selectedPaper, [&](const std::optional<Paper> &paper) { return paper && condition(*paper); });
+        waitUntil(vm().selectedPaper,
+                  [&](const std::optional<Paper> &paper) { return paper && condition(*paper); });
     }
     Paper stored() { return paper(QStringLiteral("p")).value(); }
 

@@ -56,11 +56,9 @@ TEST_F(PaperDetailPanelTest, CopiesThePathAndSaysSoForAMoment)
 {
     showPaper();
     QGuiApplication::clipboard()->clear();
-    const AccessibilityLog log;
     click("path");
     EXPECT_EQ(QGuiApplication::clipboard()->text(), u"/papers/p.pdf");
     EXPECT_EQ(find("path")->accessibleDescription(), u"Copied");
-    EXPECT_EQ(log.alerts(), QStringList{QStringLiteral("path")});
     clock.advance(std::chrono::milliseconds(1500));
     EXPECT_EQ(find("path")->accessibleDescription(), u"/papers/p.pdf");
 }
@@ -86,7 +84,8 @@ TEST_F(PaperDetailPanelTest, HandsTheFileToOtherPrograms)
 TEST_F(PaperDetailPanelTest, SaysWhenTheFileCannotBeHandedOn)
 {
     showPaper();
-    files.problem = Error{QStringLiteral("FileOpener"), 1, QStringLiteral("gone"), QStringLiteral("/papers/p.pdf")};
+    files.problem =
+        Error{QStringLiteral("FileOpener"), 1, QStringLiteral("gone"), QStringLiteral("/papers/p.pdf")};
     click("Open in Preview");
     EXPECT_EQ(vm().errorMessage.value(), QStringLiteral("gone: /papers/p.pdf"));
     vm().errorMessage = std::nullopt;
@@ -142,6 +141,7 @@ TEST_F(PaperDetailPanelTest, ScrollsOnlyUpAndDownHoweverLongAPaperIs)
                            authors.join(QStringLiteral(", ")));
     paper.filepath = u'/' + QString(300, u'p');
     show(paper);
+    ASSERT_EQ(find("path")->accessibleDescription().size(), 301);
     const auto *details = find<QScrollArea>("details");
     for (const int width : {320, 240}) {
         panel->resize(width, 500);
@@ -149,5 +149,7 @@ TEST_F(PaperDetailPanelTest, ScrollsOnlyUpAndDownHoweverLongAPaperIs)
         EXPECT_LE(details->widget()->width(), details->viewport()->width());
         EXPECT_LE(details->widget()->minimumSizeHint().width(), details->viewport()->width());
         EXPECT_GT(details->verticalScrollBar()->maximum(), 0);
+        for (const char *name : {"title", "authors", "path", "tags"})
+            EXPECT_EQ(find(name)->height(), find(name)->heightForWidth(find(name)->width())) << name;
     }
 }

@@ -12,11 +12,13 @@ protected:
         click("Edit Info");
     }
     bool isEditing() { return find("paperEditor")->isVisible(); }
-    /// Lets every answer of the library that is under way arrive.
-    void settle()
+    void refuseWrites()
     {
-        waitFor(vm().loadPapers());
+        library.run(QStringLiteral("CREATE TRIGGER refuse BEFORE UPDATE ON papers "
+                                   "BEGIN SELECT RAISE(ABORT, 'disk full'); END"));
     }
+    /// Lets every answer of the library that is under way arrive.
+    void settle() { waitFor(vm().loadPapers()); }
 };
 
 TEST_F(PaperEditingTest, FillsTheFieldsAndBeginsInTheFirst)
@@ -87,13 +89,11 @@ TEST_F(PaperEditingTest, MarksAYearThatIsNotAWholeNumberAndSavesNothing)
     edit();
     type("editTitle", QStringLiteral("On Trees"));
     type("editYear", QStringLiteral("soon"));
-    const AccessibilityLog log;
     QTest::keyClick(find("editTitle"), Qt::Key_Return);
     EXPECT_TRUE(isEditing());
     EXPECT_EQ(find<QLabel>("editYearProblem")->text(), u"The year must be a whole number, such as 1998.");
     EXPECT_TRUE(find("editYearProblem")->isVisible());
     EXPECT_EQ(find("editYear")->accessibleDescription(), u"The year must be a whole number, such as 1998.");
-    EXPECT_EQ(log.alerts(), QStringList{QStringLiteral("editYearProblem")});
     EXPECT_EQ(QApplication::focusWidget(), find("editYear"));
     settle();
     EXPECT_EQ(stored().title, u"On Graphs");
@@ -119,11 +119,11 @@ TEST_F(PaperEditingTest, LeavesTheYearAndTheTitleWhenTheirFieldsAreBlank)
 TEST_F(PaperEditingTest, EndsWithoutWritingWhenNothingChanged)
 {
     edit();
-    const qsizetype published = library.publisher.published.size();
+    refuseWrites();
     click("saveEdit");
     EXPECT_FALSE(isEditing());
     settle();
-    EXPECT_EQ(library.publisher.published.size(), published);
+    EXPECT_EQ(vm().errorMessage.value(), std::nullopt);
 }
 
 TEST_F(PaperEditingTest, GoesOnThroughAReloadOfThePaper)
@@ -161,8 +161,7 @@ TEST_F(PaperEditingTest, IsDroppedWhenNoPaperIsSelected)
 TEST_F(PaperEditingTest, KeepsTheFieldsWhenTheLibraryCannotWrite)
 {
     edit();
-    library.run(QStringLiteral("CREATE TRIGGER refuse BEFORE UPDATE ON papers "
-                               "BEGIN SELECT RAISE(ABORT, 'disk full'); END"));
+    refuseWrites();
     type("editTitle", QStringLiteral("On Trees"));
     QTest::keyClick(find("editTitle"), Qt::Key_Return);
     waitUntil(vm().errorMessage, [](const auto &message) { return message.has_value(); });

@@ -110,12 +110,10 @@ TEST_F(TagEditorTest, RefusesABlankName)
 TEST_F(TagEditorTest, RefusesAReservedNameAndSaysWhy)
 {
     showPaper();
-    const AccessibilityLog log;
     enter(QStringLiteral(" _mine"));
     EXPECT_TRUE(find("tagFieldProblem")->isVisible());
     EXPECT_EQ(find<QLabel>("tagFieldProblem")->text(), tagNameProblem(QStringLiteral("_mine")));
     EXPECT_EQ(find("tagField")->accessibleDescription(), tagNameProblem(QStringLiteral("_mine")));
-    EXPECT_EQ(log.alerts(), QStringList{QStringLiteral("tagFieldProblem")});
     EXPECT_EQ(fieldText(), u" _mine");
     waitFor(vm().loadTags());
     EXPECT_EQ(stored().tags, QStringList());
@@ -129,7 +127,8 @@ TEST_F(TagEditorTest, CompletesFromTheTagsThatThePaperLacksIgnoringCase)
     addPaper(QStringLiteral("q"), QStringLiteral("Other"),
              {QStringLiteral("Graphs"), QStringLiteral("grammar"), QStringLiteral("_currently_reading")});
     showPaper({QStringLiteral("graphic")});
-    EXPECT_EQ(completions(QStringLiteral("GRA")), (QStringList{QStringLiteral("Graphs"), QStringLiteral("grammar")}));
+    EXPECT_EQ(completions(QStringLiteral("GRA")),
+              (QStringList{QStringLiteral("Graphs"), QStringLiteral("grammar")}));
     EXPECT_EQ(completions(QStringLiteral("_")), QStringList());
 }
 
@@ -137,6 +136,7 @@ TEST_F(TagEditorTest, AddsACompletionThatIsChosenByKeysOnce)
 {
     addPaper(QStringLiteral("q"), QStringLiteral("Other"), {QStringLiteral("Graphs")});
     showPaper();
+    panel->focusTagField();
     type("tagField", QStringLiteral("gr"));
     QAbstractItemView *popup = find<QLineEdit>("tagField")->completer()->popup();
     ASSERT_TRUE(popup->isVisible());
