@@ -43,7 +43,7 @@ CardPainter::CardPainter(const CardStyle &style, const QPalette &palette, double
 {
 }
 
-void CardPainter::paint(QPainter &painter, QRectF card, const PaperGridItem &item, const CardText &text,
+void CardPainter::paint(QPainter &painter, QRectF card, const PaperGridItem &item, const CardText *text,
                         State state) const
 {
     painter.setRenderHint(QPainter::Antialiasing);
@@ -58,7 +58,8 @@ void CardPainter::paint(QPainter &painter, QRectF card, const PaperGridItem &ite
         paintRibbon(painter, cover);
     if (state.isFileMissing)
         paintMissingMark(painter, cover);
-    text.paint(painter, card.topLeft());
+    if (text)
+        text->paint(painter, card.topLeft());
 }
 
 void CardPainter::paintRing(QPainter &painter, QRectF card, bool isSelected, State state) const

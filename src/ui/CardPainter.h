@@ -27,7 +27,8 @@ public:
     /// The box that covers are read for, in device pixels.
     QSize coverBox() const { return m_coverBox; }
 
-    void paint(QPainter &painter, QRectF card, const PaperGridItem &item, const CardText &text,
+    /// Without a text the card has none: it is not laid out yet.
+    void paint(QPainter &painter, QRectF card, const PaperGridItem &item, const CardText *text,
                State state) const;
 
 private:

@@ -17,7 +17,7 @@ QString lastWords(const QString &text)
 {
     const qsizetype from = text.size() - kCharactersBeforeMatch;
     const qsizetype blank = text.indexOf(u' ', from - 1);
-    return blank < 0 ? text.right(kCharactersBeforeMatch) : text.mid(blank + 1);
+    return blank < 0 || blank == text.size() - 1 ? text.right(kCharactersBeforeMatch) : text.mid(blank + 1);
 }
 } // namespace
 

@@ -54,7 +54,8 @@ void CoverCache::answerNewest()
 
 void CoverCache::take(const CoverAnswer &answer)
 {
-    m_queue.settle(answer.question);
+    if (m_queue.settle(answer.question, answer.round))
+        m_workers.start([this] { answerNewest(); });
     if (answer.question.box.isEmpty())
         takeFile(answer);
     else

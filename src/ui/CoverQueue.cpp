@@ -16,8 +16,10 @@ QImage readCover(const CoverQuestion &question)
     if (!size.isValid())
         return {};
     reader.setScaledSize(size.scaled(question.box, Qt::KeepAspectRatio).expandedTo({1, 1}));
-    // The format that pixmaps have: the main thread then only takes it over.
-    return reader.read().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    const QImage cover = reader.read();
+    // The formats that pixmaps have: the main thread then only takes it over.
+    return cover.convertToFormat(cover.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
+                                                         : QImage::Format_RGB32);
 }
 } // namespace
 
@@ -68,10 +70,18 @@ std::optional<CoverQueue::Waiting> CoverQueue::takeNewest()
     return newest->waiting;
 }
 
-void CoverQueue::settle(const CoverQuestion &question)
+bool CoverQueue::settle(const CoverQuestion &question, int round)
 {
     const QMutexLocker lock(&m_mutex);
-    m_places.remove(question);
+    const auto place = m_places.find(question);
+    if (place == m_places.end())
+        return false;
+    if (place->waiting.round == round) {
+        m_places.erase(place);
+        return false;
+    }
+    place->isTaken = false;
+    return true;
 }
 
 void CoverQueue::clear()

@@ -47,7 +47,9 @@ public:
     /// The question that was asked last, which counts as being answered until `settle`; none when all were
     /// taken or forgotten.
     std::optional<Waiting> takeNewest();
-    void settle(const CoverQuestion &question);
+    /// Ends a question that was answered for `round`. True when it was asked again for a later one meanwhile:
+    /// then it waits anew, and a worker has to be started for it.
+    bool settle(const CoverQuestion &question, int round);
     void clear();
 
 private:

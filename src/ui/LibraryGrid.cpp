@@ -43,9 +43,9 @@ LibraryGrid::LibraryGrid(LibraryViewModel &vm, CoverCache &covers, OpenReaderWin
     m_observers.push_back(m_vm.filteredPapers.addNotifier([this] { showPapers(); }));
     m_observers.push_back(m_vm.selectedPaper.addNotifier([this] { showSelection(); }));
     m_observers.push_back(m_vm.scrollToId.addNotifier([this] { scrollToWanted(); }));
-    m_observers.push_back(m_vm.isLoading.addNotifier([this, &covers] {
+    m_observers.push_back(m_vm.isLoading.addNotifier([this] {
         if (!m_vm.isLoading)
-            covers.recheck();
+            m_grid->recheckFiles();
         scrollToWanted();
     }));
     showPapers();

@@ -5,8 +5,6 @@
 #include "ui/ReducedMotion.h"
 
 #include <QMessageBox>
-#include <QPaintEvent>
-#include <QPainter>
 #include <QScrollBar>
 
 namespace
@@ -61,6 +59,12 @@ void PaperGrid::setQuery(const QString &query)
 bool PaperGrid::isFileMissing(int row)
 {
     return m_covers.isFileMissing(m_papers.paper(row).filepath);
+}
+
+void PaperGrid::recheckFiles()
+{
+    m_covers.recheck();
+    viewport()->update();
 }
 
 CardPainter &PaperGrid::cardPainter(double scale)
@@ -164,6 +168,7 @@ bool PaperGrid::scrollToPaper(const QString &paperId)
 
 void PaperGrid::scrollContentsBy(int dx, int dy)
 {
+    m_isScrolling = true;
     if (m_motion.isMoving())
         viewport()->update();
     else
@@ -231,76 +236,4 @@ void PaperGrid::dataChanged(const QModelIndex &first, const QModelIndex &last, c
             m_texts.remove(row);
     if (first.row() <= cards.last && last.row() >= cards.first)
         viewport()->update();
-}
-
-// Painting.
-
-void PaperGrid::updateCard(int row)
-{
-    constexpr int kReach = CardPainter::kRingReach + 1;
-    if (row >= 0 && row < m_papers.rowCount())
-        viewport()->update(cardInViewport(row).adjusted(-kReach, -kReach, kReach, kReach));
-}
-
-void PaperGrid::updateCardsShowing(const QString &path)
-{
-    const auto cards = visibleCards(viewport()->rect());
-    for (int row = cards.first; row <= cards.last; ++row) {
-        const Paper &paper = m_papers.paper(row);
-        if (paper.coverPath == path || paper.filepath == path)
-            updateCard(row);
-    }
-}
-
-void PaperGrid::changeEvent(QEvent *event)
-{
-    QAbstractItemView::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
-        m_style = CardStyle(font(), m_kind);
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange ||
-        event->type() == QEvent::StyleChange)
-        forgetLooks();
-}
-
-void PaperGrid::forgetLooks()
-{
-    m_painter.reset();
-    m_texts.clear();
-    updateGeometries();
-    viewport()->update();
-}
-
-const CardText &PaperGrid::textOf(int row)
-{
-    if (CardText *known = m_texts.object(row))
-        return *known;
-    auto text = std::make_unique<CardText>(m_papers.card(row), m_query, m_style, palette());
-    CardText *made = text.release();
-    m_texts.insert(row, made);
-    return *made;
-}
-
-void PaperGrid::paintEvent(QPaintEvent *event)
-{
-    QPainter painter(viewport());
-    const QRect area = m_motion.isMoving() ? viewport()->rect() : event->rect();
-    const auto cards = visibleCards(area);
-    for (int row = cards.first; row <= cards.last; ++row)
-        paintCard(painter, row);
-}
-
-void PaperGrid::paintCard(QPainter &painter, int row)
-{
-    PaperGridItem card = item(row);
-    CardPainter &look = cardPainter(painter.device()->devicePixelRatioF());
-    const QPixmap cover = m_covers.cover(card.paper.coverPath, look.coverBox());
-    if (!cover.isNull())
-        card.image = cover;
-    const QRectF place = cardInViewport(row);
-    const auto pose = m_motion.pose(card.paper.id, place.topLeft());
-    painter.setOpacity(pose.opacity);
-    look.paint(painter, {pose.topLeft, place.size()}, card, textOf(row),
-               {.isHovered = row == m_hovered,
-                .hasFocus = hasFocus() && row == currentIndex().row(),
-                .isFileMissing = isFileMissing(row)});
 }

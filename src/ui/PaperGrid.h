@@ -39,6 +39,9 @@ public:
     /// Whether cards move to their places when the list changes, unless the desktop asks for no motion.
     void setAnimatesChanges(bool animates) { m_animatesChanges = animates; }
 
+    /// Asks the disk again which covers and files are there.
+    void recheckFiles();
+
     PaperGridItem item(int row);
     GridGeometry geometryOfCards() const;
     bool isFileMissing(int row);
@@ -85,17 +88,19 @@ protected:
     void focusOutEvent(QFocusEvent *event) override;
 
 private:
-    // PaperGrid.cpp: places and painting.
+    // PaperGrid.cpp: places and lists.
     GridGeometry::Range visibleCards(const QRect &area) const;
     QRect cardInViewport(int row) const;
-    void updateCard(int row);
-    void updateCardsShowing(const QString &path);
-    void paintCard(QPainter &painter, int row);
-    const CardText &textOf(int row);
-    void forgetLooks();
     void prepareForNewList();
     void takeNewList();
     void restoreSelection();
+
+    // PaperGridPainting.cpp.
+    void updateCard(int row);
+    void updateCardsShowing(const QString &path);
+    void paintCard(QPainter &painter, int row, const CardText *text);
+    const CardText &textOf(int row);
+    void forgetLooks();
 
     // PaperGridInput.cpp: keys, mouse and menus.
     void pressKey(const QKeyEvent &event, int row);
@@ -103,6 +108,7 @@ private:
     bool showToolTip(const QPoint &globalPosition, const QModelIndex &index);
     void selectRow(int row);
     void confirmRemoval(const PaperGridItem &card);
+    bool isConfirming(const QString &paperId) const;
 
     LibraryViewModel &m_vm;
     CoverCache &m_covers;
@@ -116,6 +122,7 @@ private:
     QString m_selectedId;
     bool m_isRestoring = false; ///< a change of the selection is none of the person's
     bool m_animatesChanges = false;
+    bool m_isScrolling = false; ///< since the last frame
     int m_hovered = -1;
     GridMotion m_motion;
     QHash<QString, QPointF> m_placesBefore; ///< of the cards in sight before a new list

@@ -33,8 +33,13 @@ PaperGridItem PaperGrid::item(int row)
             .isSelected = card.paper.id == m_selectedId,
             .onSelect = [this, row] { selectRow(row); },
             .onDoubleClick = [this, row] { Q_EMIT opened(row); },
-            .showingDeleteConfirmation = m_alert && m_alertPaperId == card.paper.id,
+            .showingDeleteConfirmation = isConfirming(card.paper.id),
             .image = std::nullopt};
+}
+
+bool PaperGrid::isConfirming(const QString &paperId) const
+{
+    return m_alert && m_alertPaperId == paperId;
 }
 
 // Selecting.
@@ -251,7 +256,7 @@ void PaperGrid::contextMenuEvent(QContextMenuEvent *event)
 
 void PaperGrid::confirmRemoval(const PaperGridItem &card)
 {
-    if (card.showingDeleteConfirmation)
+    if (isConfirming(card.paper.id))
         return;
     m_alert = card.confirmRemoval(window());
     m_alertPaperId = card.paper.id;

@@ -88,10 +88,13 @@ QList<PaperCard> cardsForResults(const QList<SearchResult> &results, const QList
     QHash<QString, const Paper *> listed;
     for (const SearchResult &result : results)
         listed.insert(result.paperId, nullptr);
-    for (const Paper &paper : papers) {
-        const auto wanted = listed.find(paper.id);
-        if (wanted != listed.end())
-            *wanted = &paper;
+    qsizetype missing = listed.size();
+    for (auto paper = papers.begin(); paper != papers.end() && missing > 0; ++paper) {
+        const auto wanted = listed.find(paper->id);
+        if (wanted == listed.end())
+            continue;
+        *wanted = &*paper;
+        --missing;
     }
     QList<PaperCard> cards;
     cards.reserve(results.size());

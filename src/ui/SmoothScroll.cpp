@@ -17,7 +17,7 @@ constexpr double kNotch = 120;
 SmoothScroll::SmoothScroll(QScrollBar *bar)
     : QObject(bar)
     , m_bar(bar)
-    , m_glide(bar, "value")
+    , m_glide(bar, "value", this)
 {
     m_glide.setDuration(kGlideMs);
     m_glide.setEasingCurve(QEasingCurve::OutCubic);
