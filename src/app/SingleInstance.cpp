@@ -4,9 +4,10 @@
 #include "platform/Sha256.h"
 
 #include <QDBusConnectionInterface>
-#include <QDBusError>
 #include <QDBusMessage>
 #include <QDir>
+#include <QFile>
+#include <utility>
 
 namespace
 {
@@ -47,13 +48,6 @@ QVariantMap platformDataWith(const ActivationToken &token)
     return data;
 }
 
-/// Whether the program that had the name was gone before it answered.
-bool isGone(const QDBusMessage &answer)
-{
-    const QDBusError::ErrorType error = QDBusError(answer).type();
-    return error == QDBusError::ServiceUnknown || error == QDBusError::UnknownObject;
-}
-
 } // namespace
 
 ActivationToken ActivationToken::ofThisProcess()
@@ -86,7 +80,12 @@ SingleInstance::SingleInstance(const QDBusConnection &bus, const QString &name)
 
 SingleInstance::~SingleInstance()
 {
-    if (m_hasName)
+    giveNameBack();
+}
+
+void SingleInstance::giveNameBack()
+{
+    if (std::exchange(m_hasName, false))
         m_bus.unregisterService(m_name);
 }
 
@@ -96,7 +95,7 @@ SingleInstance::Start SingleInstance::start(const ActivationToken &token)
         return Start::First;
     // The object before the name: whoever finds the name may call at once.
     m_bus.registerObject(kObjectPath, this, QDBusConnection::ExportScriptableSlots);
-    constexpr int kAttempts = 3; // the other program may be ending just now
+    constexpr int kAttempts = 3; // the other program may end before it answers
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         m_hasName = m_bus.registerService(m_name);
         if (m_hasName)
@@ -107,7 +106,7 @@ SingleInstance::Start SingleInstance::start(const ActivationToken &token)
         const QDBusMessage answer = m_bus.call(call, QDBus::Block, kAnswerTimeoutMs);
         if (answer.type() == QDBusMessage::ReplyMessage)
             return Start::HandedOver;
-        if (!isGone(answer))
+        if (m_bus.interface()->isServiceRegistered(m_name))
             return Start::NoAnswer;
     }
     return Start::NoAnswer;

@@ -54,6 +54,8 @@ public:
     /// Takes the name, or asks the program that has it to come forward with `token` and waits for its
     /// answer.
     Start start(const ActivationToken &token);
+    /// Lets a later start be the one; this program's last windows are closed.
+    void giveNameBack();
     /// To be set before the event loop runs: what others ask waits until then.
     void setHandlers(Handlers handlers);
 

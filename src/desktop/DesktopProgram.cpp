@@ -91,7 +91,10 @@ int runLibrary(SingleInstance &instance)
                                   return app.runCommand(name);
                               }});
     app.start();
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    // Before the services end, which may wait for jobs: nobody would answer meanwhile.
+    instance.giveNameBack();
+    return status;
 }
 
 } // namespace

@@ -134,6 +134,14 @@ TEST_F(SingleInstanceTest, TheNameIsFreeAgainWhenTheFirstHasEnded)
     EXPECT_EQ(m_first.start({}), SingleInstance::Start::First);
 }
 
+TEST_F(SingleInstanceTest, TheNameIsFreeOnceItWasGivenBack)
+{
+    SingleInstance earlier(connection(QStringLiteral("earlier")), kName);
+    ASSERT_EQ(earlier.start({}), SingleInstance::Start::First);
+    earlier.giveNameBack();
+    EXPECT_EQ(m_first.start({}), SingleInstance::Start::First);
+}
+
 TEST_F(SingleInstanceTest, SaysSoWhenTheOtherProgramDoesNotSpeakOurLanguage)
 {
     QDBusConnection stranger = connection(QStringLiteral("stranger"));

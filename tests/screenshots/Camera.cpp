@@ -11,14 +11,26 @@
 namespace
 {
 
+bool isDialog(const QWidget *window)
+{
+    return window->windowType() == Qt::Dialog || window->windowType() == Qt::Sheet;
+}
+
+/// Where `other` lies over the window; desktops put dialogs into the middle.
+QPoint placeOver(const QWidget *window, const QWidget *other)
+{
+    if (isDialog(other))
+        return window->rect().center() - other->rect().center();
+    return other->mapToGlobal(QPoint()) - window->mapToGlobal(QPoint());
+}
+
 /// Paints the window at its place; one that has a frame on a desktop gets a line and a title here.
 void paintOver(QPainter &painter, QWidget *window, QPoint place)
 {
     painter.drawPixmap(place, window->grab());
-    const bool hasTitle = window->windowType() == Qt::Dialog || window->windowType() == Qt::Sheet;
     painter.setPen(QApplication::palette().color(QPalette::Mid));
     QRect frame(place, window->size());
-    if (hasTitle) {
+    if (isDialog(window)) {
         constexpr int kTitlePx = 26;
         const QRect title(place.x(), place.y() - kTitlePx, window->width(), kTitlePx);
         painter.fillRect(title, QApplication::palette().color(QPalette::Button));
@@ -51,11 +63,10 @@ void Camera::take(QWidget *window, const QString &name)
     settle();
     QPixmap picture = window->grab();
     QPainter painter(&picture);
-    const QPoint origin = window->mapToGlobal(QPoint());
     const QWidgetList others = QApplication::topLevelWidgets();
     for (QWidget *other : others) {
         if (other != window && other->isVisible())
-            paintOver(painter, other, other->mapToGlobal(QPoint()) - origin);
+            paintOver(painter, other, placeOver(window, other));
     }
     painter.end();
     const QString path = m_folder + u'/' + m_prefix + name + u".png";

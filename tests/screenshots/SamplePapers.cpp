@@ -49,7 +49,8 @@ Causal Claims from Observed Networks|Yusuf Demir|2020|Statistics, Graphs|Who fol
 Colouring Planar Graphs by Hand|Oleg Marchetti, Edith Larkin|1991|Graphs, History|How four colours were found for maps before machines looked at all cases
 )";
 
-constexpr int kLineLength = 68;
+constexpr PdfBox kLetter{0, 0, 612, 792};
+constexpr int kLineLength = 74;
 
 QStringList wrapped(const QString &text)
 {
@@ -116,10 +117,11 @@ QString writeSamplePdf(const SamplePaper &paper, const QString &folder)
     builder.title(PdfBuilder::utf16(paper.title)).author(PdfBuilder::utf16(paper.authors));
     QStringList first = wrapped(paper.title);
     first += {QString(), paper.authors, QString::number(paper.year), QString()};
-    builder.page(PdfPage{.lines = first + bodyOf(paper, 1), .drawing = drawingOf(paper)});
+    builder.page(
+        PdfPage{.lines = first + bodyOf(paper, 1), .mediaBox = kLetter, .drawing = drawingOf(paper)});
     const int pages = 2 + static_cast<int>(qHash(paper.title, 1) % 14);
     for (int page = 2; page <= pages; ++page)
-        builder.page(bodyOf(paper, page));
+        builder.page(PdfPage{.lines = bodyOf(paper, page), .mediaBox = kLetter});
     QString name = paper.title.toLower();
     name.replace(QRegularExpression(QStringLiteral("[^a-z0-9]+")), QStringLiteral("-"));
     QFile file(folder + u'/' + name + u".pdf");

@@ -24,6 +24,8 @@ const auto kPaper = QStringLiteral("Passages before Papers: Ranking Evidence");
 QPalette darkPalette()
 {
     QPalette palette(QColor(0x2b, 0x2d, 0x31), QColor(0x1f, 0x20, 0x24));
+    palette.setColor(QPalette::Base, QColor(0x18, 0x19, 0x1c));
+    palette.setColor(QPalette::AlternateBase, QColor(0x1d, 0x1e, 0x22));
     palette.setColor(QPalette::Highlight, QColor(0x3d, 0x8b, 0xd9));
     palette.setColor(QPalette::HighlightedText, Qt::white);
     palette.setColor(QPalette::Link, QColor(0x7a, 0xb8, 0xf5));
@@ -55,7 +57,7 @@ public:
         take("grid");
         vm().select(m_stage.paper(kPaper));
         take("grid-selected");
-        search(QStringLiteral("passages"));
+        search(QStringLiteral("network"));
         take("results");
         search(QStringLiteral("title:zeppelin"));
         take("no-matches");
@@ -144,7 +146,7 @@ public:
         const QPalette light = QApplication::palette();
         QApplication::setPalette(darkPalette());
         take("dark-grid");
-        search(QStringLiteral("histogram"));
+        search(QStringLiteral("clock"));
         take("dark-results");
         search(QString());
         vm().errorMessage = QStringLiteral("The library database could not be opened.");
@@ -197,8 +199,10 @@ private:
     void closeDialogs()
     {
         const auto dialogs = m_stage.window().findChildren<QDialog *>();
-        for (QDialog *dialog : dialogs)
-            dialog->reject();
+        for (QDialog *dialog : dialogs) {
+            if (dialog->isVisible())
+                dialog->reject();
+        }
         Camera::settle(50);
     }
 
