@@ -125,6 +125,7 @@ TEST(EngineReader, RefusesDrawingsBeyondEveryScreen)
     EXPECT_TRUE(isRefused({.clip = QRect()}));
     EXPECT_TRUE(isRefused({.clip = QRect(-5, 0, 10, 10)}));
     EXPECT_TRUE(isRefused({.scale = 0, .clip = QRect(0, 0, 5, 5)}));
+    EXPECT_TRUE(isRefused({.scale = 1e-60, .clip = QRect(0, 0, 5, 5)}));
     EXPECT_TRUE(isRefused({.scale = -1, .clip = QRect(0, 0, 5, 5)}));
     EXPECT_TRUE(isRefused({.scale = 1e9, .clip = QRect(0, 0, 5, 5)}));
     EXPECT_TRUE(isRefused({.scale = std::numeric_limits<double>::quiet_NaN(), .clip = QRect(0, 0, 5, 5)}));
