@@ -1,7 +1,9 @@
 #pragma once
 
+#include "pdf/MemoryFile.h"
 #include "pdf/PDFDocument.h"
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <memory>
@@ -21,11 +23,20 @@ public:
     std::map<qint64, Error> failingPages;
     Result<PDFBitmap> picture = PDFBitmap{3, 4, QByteArray(3 * 4 * 3, '\x7f')};
     Result<void> restartAnswer;
+    /// Of every page.
+    PDFPageGeometry geometry = {QSizeF(612, 792), 0, {}, {}, {}, {}};
+    /// By the page's index.
+    std::map<qint64, PDFPageText> placedTexts;
+    std::vector<PDFOutlineItem> itsOutline;
+    /// Of every page.
+    QList<PDFLink> itsLinks;
+    PDFPageLabels itsPageLabels;
     /// Runs before a page is read.
     std::function<void(qint64 index)> onRead = [](qint64) {
     };
 
     std::vector<qint64> readPages;
+    std::vector<std::pair<qint64, PDFDrawing>> drawings;
     int restarts = 0;
 
     const PDFAttributes &attributes() const override { return itsAttributes; }
@@ -49,6 +60,37 @@ public:
         thumbnailRequest = {index, maxWidth, maxHeight};
         return picture ? picture : Result<PDFBitmap>(failed(picture.error()));
     }
+
+    Result<QList<std::optional<PDFPageGeometry>>> pageGeometries(qint64 first, qint64 count,
+                                                                 std::stop_token) override
+    {
+        QList<std::optional<PDFPageGeometry>> geometries;
+        for (qint64 index = first; index < std::min(first + count, pageCount()); ++index)
+            geometries.append(geometry);
+        return geometries;
+    }
+
+    Result<PDFPageText> placedText(qint64 index, std::stop_token) override
+    {
+        const auto placed = placedTexts.find(index);
+        return placed == placedTexts.end() ? PDFPageText() : placed->second;
+    }
+
+    /// White paper.
+    Result<PDFPagePicture> draw(qint64 index, const PDFDrawing &drawing, std::stop_token) override
+    {
+        drawings.push_back({index, drawing});
+        const std::size_t bytes = std::size_t(drawing.clip.width()) * std::size_t(drawing.clip.height()) * 4;
+        const std::optional<MemoryFile> file = MemoryFile::create(bytes);
+        SharedMemory paper = *SharedMemory::map(file->descriptor(), bytes, SharedMemory::Access::ReadWrite);
+        std::fill_n(paper.data(), bytes, uchar(0xff));
+        return PDFPagePicture(drawing.clip.width(), drawing.clip.height(),
+                              std::make_shared<const SharedMemory>(std::move(paper)));
+    }
+
+    Result<std::vector<PDFOutlineItem>> outline(std::stop_token) override { return itsOutline; }
+    Result<QList<PDFLink>> links(qint64, std::stop_token) override { return itsLinks; }
+    Result<PDFPageLabels> pageLabels(std::stop_token) override { return itsPageLabels; }
 
     Result<void> restart(std::stop_token) override
     {
