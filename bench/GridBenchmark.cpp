@@ -191,11 +191,11 @@ int main(int argc, char **argv)
     CoverCache cache;
     LibraryGrid grid(vm, cache, [](const PDFOpenRequest &) {});
     const QList<Paper> papers = makePapers(covers);
+    grid.show();
+    print(QStringLiteral("first frame of 100,000 papers"), framesOf(1, [&](int) { setPapers(vm, papers); }),
+          "-");
     for (const QSize size : {QSize(1000, 800), QSize(1920, 1080)}) {
         grid.resize(size);
-        grid.show();
-        print(QStringLiteral("first frame of 100,000 papers"),
-              framesOf(1, [&](int) { setPapers(vm, papers); }), "-");
         measureScrolling(grid, QStringLiteral("%1x%2").arg(size.width()).arg(size.height()));
     }
     measureNewLists(vm, papers);
