@@ -35,6 +35,7 @@ PaperDetailPanel::PaperDetailPanel(LibraryViewModel &vm, CoverCache &covers, Ope
     , m_paperObserver(vm.selectedPaper.addNotifier([this] { showSelectedPaper(); }))
 {
     setObjectName(QStringLiteral("paperDetailPanel"));
+    m_tabs->setAccessibleName(QStringLiteral("Details and bookmarks"));
     setAccessibleName(QStringLiteral("Paper details"));
     m_tabs->setDocumentMode(true);
     m_tabs->addTab(m_details, QStringLiteral("Details"));

@@ -28,7 +28,8 @@ protected:
 
 TEST_F(LibraryWindowTest, ImportsWhatWasTickedOfADroppedFolder)
 {
-    for (const QString title : {QStringLiteral("Algebra"), QStringLiteral("Botany"), QStringLiteral("Chess")})
+    for (const QString &title :
+         {QStringLiteral("Algebra"), QStringLiteral("Botany"), QStringLiteral("Chess")})
         addPdf(QStringLiteral("Papers/more"), title, {title});
     dropOnWindow(home.path(QStringLiteral("Papers")));
     waitUntil(vm.showImportPicker, true);

@@ -39,6 +39,7 @@ struct RealLibraryWindow {
         waitUntil(vm.lastImportResult, [](const auto &result) { return result.has_value(); });
         vm.lastImportResult = std::nullopt;
         waitUntil(vm.papers, [&](const QList<Paper> &papers) { return papers.size() == titles.size(); });
+        QApplication::setActiveWindow(&window); // the alert took the focus
     }
 
     /// The window's part, or one of its dialogs, of that name.
