@@ -36,8 +36,8 @@ constexpr int kDetailsPx = 320;
 /// Two columns of cards with their margins and a scroll bar.
 constexpr int kContentMinimumPx = 416;
 /// Together with the content they fit into 800 pixels.
-constexpr int kSidebarMinimumPx = 160;
-constexpr int kDetailsMinimumPx = 220;
+constexpr int kSidebarMinimumPx = 180; // "Currently Reading" whole, with its count
+constexpr int kDetailsMinimumPx = 202;
 } // namespace
 
 ContentView::ContentView(Collaborators with, QWidget *parent)

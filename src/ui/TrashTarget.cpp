@@ -10,6 +10,29 @@
 #include <QPainter>
 #include <algorithm>
 
+namespace
+{
+/// A paper of those ids, from the grid or from the search results, which go beyond the sidebar's selection.
+std::optional<Paper> shownPaper(const LibraryViewModel &vm, const QStringList &ids)
+{
+    const QList<Paper> papers = vm.papers.value();
+    const auto paper = std::ranges::find_if(papers, [&](const Paper &each) { return ids.contains(each.id); });
+    if (paper != papers.end())
+        return *paper;
+    const QList<SearchResult> results = vm.searchResults.value();
+    const auto result =
+        std::ranges::find_if(results, [&](const SearchResult &each) { return ids.contains(each.paperId); });
+    if (result == results.end())
+        return {};
+    Paper found;
+    found.id = result->paperId;
+    found.title = result->title;
+    found.coverPath = result->coverPath;
+    found.filepath = result->filepath;
+    return found;
+}
+} // namespace
+
 TrashTarget::TrashTarget(LibraryViewModel &vm, QWidget *parent)
     : QFrame(parent)
     , m_vm(vm)
@@ -47,11 +70,8 @@ void TrashTarget::dragLeaveEvent(QDragLeaveEvent *)
 void TrashTarget::dropEvent(QDropEvent *event)
 {
     m_vm.trashTargeted = false;
-    const QStringList ids = draggedPaperIds(event->mimeData());
-    const QList<Paper> papers = m_vm.papers.value();
-    const auto dropped =
-        std::ranges::find_if(papers, [&](const Paper &paper) { return ids.contains(paper.id); });
-    if (dropped == papers.end())
+    const std::optional<Paper> dropped = shownPaper(m_vm, draggedPaperIds(event->mimeData()));
+    if (!dropped)
         return;
     event->acceptProposedAction();
     m_vm.requestDelete(*dropped);

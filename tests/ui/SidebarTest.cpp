@@ -255,6 +255,18 @@ TEST_F(SidebarTest, TellsThatACardHoversOverTheTrash)
     EXPECT_FALSE(vm().trashTargeted);
 }
 
+TEST_F(SidebarTest, TakesACardThatOnlyTheSearchFound)
+{
+    vm().searchResults = QList<SearchResult>{
+        {QStringLiteral("p9"), QStringLiteral("Elsewhere"), QStringLiteral("/p9.pdf"), {}, {}, 1}};
+    Drag drag(*window, card(QStringLiteral("p9")));
+    QCoreApplication::processEvents();
+    drag.moveTo(find<QWidget>("trashTarget"));
+    drag.drop();
+    ASSERT_TRUE(vm().confirmDeletePaper.value().has_value());
+    EXPECT_EQ(vm().confirmDeletePaper.value()->title, QStringLiteral("Elsewhere"));
+}
+
 TEST_F(SidebarTest, AsksBeforeTheTrashTakesACard)
 {
     Drag drag(*window, card(QStringLiteral("p2")));
