@@ -26,6 +26,22 @@ constexpr Milliseconds kFrame = 16ms; ///< of a screen that shows 60 a second
 constexpr char kFrameTarget[] = "most 16";
 constexpr char kKeystrokeTarget[] = "most 30";
 
+/// The paths of new cover files; none when they cannot be written, which is told.
+QStringList writeCovers(const QString &folder)
+{
+    QStringList ids;
+    for (int i = 0; i < kCovers; ++i)
+        ids.append(QString::number(i));
+    if (const auto written = writeGeneratedCovers(folder, ids); !written) {
+        std::fprintf(stderr, "%s\n", qPrintable(written.error().message()));
+        return {};
+    }
+    QStringList paths;
+    for (const QString &id : ids)
+        paths.append(folder + u'/' + id + u".jpg");
+    return paths;
+}
+
 QList<Paper> makePapers(const QStringList &covers)
 {
     QList<Paper> papers;
@@ -157,17 +173,9 @@ int main(int argc, char **argv)
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
     const QTemporaryDir folder;
-    QStringList ids;
-    for (int i = 0; i < kCovers; ++i)
-        ids.append(QString::number(i));
-    if (const auto written = writeGeneratedCovers(folder.filePath(QStringLiteral("covers")), ids); !written) {
-        std::fprintf(stderr, "%s\n", qPrintable(written.error().message()));
+    const QStringList covers = writeCovers(folder.filePath(QStringLiteral("covers")));
+    if (covers.isEmpty())
         return 1;
-    }
-    QStringList covers;
-    for (const QString &id : ids)
-        covers.append(folder.filePath(u"covers/" + id + u".jpg"));
-
     Services services(
         {folder.filePath(QStringLiteral("library.db")), folder.filePath(QStringLiteral("covers"))});
     LibraryViewModel vm({.db = services.db(),
@@ -183,11 +191,11 @@ int main(int argc, char **argv)
     CoverCache cache;
     LibraryGrid grid(vm, cache, [](const PDFOpenRequest &) {});
     const QList<Paper> papers = makePapers(covers);
+    grid.show();
+    print(QStringLiteral("first frame of 100,000 papers"), framesOf(1, [&](int) { setPapers(vm, papers); }),
+          "-");
     for (const QSize size : {QSize(1000, 800), QSize(1920, 1080)}) {
         grid.resize(size);
-        grid.show();
-        print(QStringLiteral("first frame of 100,000 papers"),
-              framesOf(1, [&](int) { setPapers(vm, papers); }), "-");
         measureScrolling(grid, QStringLiteral("%1x%2").arg(size.width()).arg(size.height()));
     }
     measureNewLists(vm, papers);

@@ -14,7 +14,7 @@ constexpr double kRingWidth = 2;
 constexpr double kCoverRadius = 3;
 constexpr double kPlaceholderRadius = 8;
 constexpr int kDocumentSize = 48;
-constexpr double kSymbolOpacity = 0.85; ///< of the placeholder's
+constexpr double kSymbolOpacity = 0.5; ///< of the placeholder's
 constexpr int kMissingSize = 16;
 
 QColor faded(QColor colour, double opacity)

@@ -43,6 +43,12 @@ PaperGrid::PaperGrid(LibraryViewModel &vm, CoverCache &covers, CardKind kind, QW
     connect(&m_motion, &QAbstractAnimation::finished, viewport(), qOverload<>(&QWidget::update));
 }
 
+PaperGrid::~PaperGrid()
+{
+    // The model goes before the base class, which would look at a grid half gone when it hears of that.
+    setModel(nullptr);
+}
+
 GridGeometry PaperGrid::geometryOfCards() const
 {
     return {.width = viewport()->width(), .count = m_papers.rowCount(), .cardHeight = m_style.height()};

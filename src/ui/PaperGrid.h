@@ -27,6 +27,7 @@ class PaperGrid : public QAbstractItemView
 public:
     /// The view model and the covers must outlive the grid.
     PaperGrid(LibraryViewModel &vm, CoverCache &covers, CardKind kind, QWidget *parent = nullptr);
+    ~PaperGrid() override;
 
     PaperListModel &papers() { return m_papers; }
     /// Words to tell apart in passages, as the person typed them.

@@ -24,7 +24,7 @@ constexpr std::array kThemeNames = {
     "view-refresh",           // Refresh
     "sidebar-collapse-right", // DetailPanel
     "sidebar-collapse-left",  // Sidebar
-    "text-x-generic",         // Document
+    "view-pages-single",      // Document
     "document-preview",       // DocumentSearch
     "data-warning",           // MissingFile
     "document-open",          // OpenExternally

@@ -33,7 +33,8 @@ std::unique_ptr<QTextLayout> makeLayout(const QString &text, const QList<QTextLa
     layout->setFormats(formats);
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    option.setTextDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    if (text.isRightToLeft())
+        option.setAlignment(Qt::AlignRight);
     layout->setTextOption(option);
     layout->setCacheEnabled(true);
     return layout;

@@ -70,7 +70,9 @@ struct GridFixture : ViewModelFixture {
 
     OpenReaderWindow recordOpening()
     {
-        return [this](const PDFOpenRequest &request) { opened.append(request); };
+        return [this](const PDFOpenRequest &request) {
+            opened.append(request);
+        };
     }
 
     CoverCache covers;
