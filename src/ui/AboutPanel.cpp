@@ -9,6 +9,8 @@
 namespace
 {
 
+constexpr int kTextWidthPx = 360; ///< the credits on one line
+
 QLabel *centredText(const QString &text, const QString &name)
 {
     auto *label = new QLabel(text);
@@ -41,6 +43,7 @@ QDialog *makePanel(QWidget *parent)
     auto *layout = new QVBoxLayout(panel);
     layout->setContentsMargins(40, 32, 40, 20);
     layout->setSpacing(10);
+    layout->addStrut(kTextWidthPx);
     layout->addWidget(programName());
     layout->addWidget(
         centredText(QStringLiteral("Version %1, build %2").arg(programVersion(), programBuild()),

@@ -59,11 +59,14 @@ protected:
     {
         QEventLoop loop;
         std::optional<Error> answer;
+        bool hasAnswered = false; // the answer may come at once, and then nothing is left to wait for
         call([&](const std::optional<Error> &problem) {
             answer = problem;
+            hasAnswered = true;
             loop.quit();
         });
-        loop.exec();
+        if (!hasAnswered)
+            loop.exec();
         return answer;
     }
     std::optional<Error> open(const QString &path)

@@ -99,10 +99,10 @@ TEST_F(LibraryViewModelTest, PublishesWhatItLoadedInOneBatch)
 {
     addPaper(m_a, m_a);
     addPaper(m_b, m_b);
-    library.publisher.published.clear();
     load();
     model.reset(); // its work in the background is done then
-    EXPECT_EQ(idsOf(library.publisher.published), (QStringList{m_a, m_b}));
+    ASSERT_EQ(publisher.batches().size(), 1);
+    EXPECT_EQ(idsOf(publisher.batches().first()), (QStringList{m_a, m_b}));
 }
 
 TEST_F(LibraryViewModelTest, KeepsThePapersWhenALoadFails)

@@ -12,6 +12,7 @@
 #include <QPromise>
 #include <concepts>
 #include <deque>
+#include <mutex>
 
 /// Runs the event loop until the property has the value, which it may have already; a value may also be a
 /// condition on it. A wait in vain ends with the time limit of the test program.
@@ -80,6 +81,29 @@ private:
     std::deque<QPromise<Answer>> m_promises;
 };
 
+/// Remembers what the view model and its flows announced, each call one batch; from any thread.
+class BatchPublisher : public SystemSearchPublisher
+{
+public:
+    void publish(const Paper &paper) override { publish(QList{paper}); }
+    void publish(const QList<Paper> &papers) override
+    {
+        const std::lock_guard lock(m_mutex);
+        m_batches.append(papers);
+    }
+    void withdraw(const QString &) override {}
+
+    QList<QList<Paper>> batches() const
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_batches;
+    }
+
+private:
+    mutable std::mutex m_mutex;
+    QList<QList<Paper>> m_batches;
+};
+
 /// A view model over a real, empty library of its own, with everything slow driven by the test: time, the
 /// search, the indexing of a file and the tagger. Needs an application object. Derive a test fixture from it,
 /// or keep it as a member.
@@ -107,7 +131,7 @@ struct ViewModelFixture {
         model = std::make_unique<LibraryViewModel>(LibraryViewModel::Collaborators{
             .db = library.db,
             .library = library.service,
-            .publisher = library.publisher,
+            .publisher = publisher,
             .preferences = preferences,
             .clock = clock,
             .importFlow = importFlow,
@@ -149,7 +173,8 @@ struct ViewModelFixture {
         return *paper(id);
     }
 
-    TestLibrary library;
+    TestLibrary library; ///< its own publisher hears only what the store announces
+    BatchPublisher publisher;
     FakeClock clock;
     Preferences preferences;
     HandDrivenSearch search;
@@ -166,7 +191,7 @@ struct ViewModelFixture {
     RetagFlow retagFlow{{
         .db = library.db,
         .library = library.service,
-        .publisher = library.publisher,
+        .publisher = publisher,
         .retagPaper = [this](const Paper &paper, std::stop_token stop) { return retagPaper(paper, stop); },
     }};
     std::unique_ptr<LibraryViewModel> model;
