@@ -61,7 +61,7 @@ Result<void> writeGeneratedCovers(const QString &folder, const QStringList &pape
             firstLinks.append(name);
             continue;
         }
-        const QByteArray &same = firstLinks[static_cast<qsizetype>(qHash(id) % kPictures)];
+        const QByteArray &same = firstLinks[id.right(4).toInt(nullptr, 16) % kPictures];
         if (link(same.constData(), name.constData()) != 0)
             return failure(path);
     }

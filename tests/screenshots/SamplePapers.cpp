@@ -49,8 +49,7 @@ Causal Claims from Observed Networks|Yusuf Demir|2020|Statistics, Graphs|Who fol
 Colouring Planar Graphs by Hand|Oleg Marchetti, Edith Larkin|1991|Graphs, History|How four colours were found for maps before machines looked at all cases
 )";
 
-/// Text begins at x = 0, so the sheet begins left of it.
-constexpr PdfBox kSheet{-72, 0, 523, 842};
+constexpr PdfBox kSheet{0, 0, 595, 842}; // A4
 constexpr int kLineLength = 74;
 
 QStringList wrapped(const QString &text)
@@ -72,12 +71,21 @@ QByteArray drawingOf(const SamplePaper &paper)
         return QByteArray::number(0.25 + static_cast<double>((hash >> shift) & 0xff) / 512, 'f', 2) + ' ';
     };
     const QByteArray colour = part(0) + part(8) + part(16);
-    QByteArray drawing = colour + "rg -72 826 595 16 re f " + colour + "RG 2 w ";
+    QByteArray drawing = colour + "rg 0 826 595 16 re f " + colour + "RG 2 w ";
     for (int bar = 0; bar < 9; ++bar) {
         const int height = 20 + static_cast<int>((hash >> (bar * 3)) % 90);
-        drawing += QByteArray::number(bar * 50) + " 120 30 " + QByteArray::number(height) + " re f ";
+        drawing += QByteArray::number(72 + bar * 50) + " 120 30 " + QByteArray::number(height) + " re f ";
     }
     return drawing + "0 0 0 rg ";
+}
+
+/// Lines begin at the edge of the sheet: this is their margin.
+QStringList indented(const QStringList &lines)
+{
+    QStringList moved;
+    for (const QString &line : lines)
+        moved.append(QString(16, u' ') + line);
+    return moved;
 }
 
 QStringList bodyOf(const SamplePaper &paper, int page)
@@ -119,10 +127,11 @@ QString writeSamplePdf(const SamplePaper &paper, const QString &folder)
     QStringList first{QString(), QString()}; // below the band
     first += wrapped(paper.title);
     first += {QString(), paper.authors, QString::number(paper.year), QString()};
-    builder.page(PdfPage{.lines = first + bodyOf(paper, 1), .mediaBox = kSheet, .drawing = drawingOf(paper)});
+    builder.page(PdfPage{
+        .lines = indented(first + bodyOf(paper, 1)), .mediaBox = kSheet, .drawing = drawingOf(paper)});
     const int pages = 2 + static_cast<int>(qHash(paper.title, 1) % 14);
     for (int page = 2; page <= pages; ++page)
-        builder.page(PdfPage{.lines = bodyOf(paper, page), .mediaBox = kSheet});
+        builder.page(PdfPage{.lines = indented(bodyOf(paper, page)), .mediaBox = kSheet});
     QString name = paper.title.toLower();
     name.replace(QRegularExpression(QStringLiteral("[^a-z0-9]+")), QStringLiteral("-"));
     QFile file(folder + u'/' + name + u".pdf");

@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QDialog>
+#include <QHashFunctions>
 #include <QMenu>
 #include <QTemporaryDir>
 #include <cstdio>
@@ -217,6 +218,7 @@ int main(int argc, char **argv)
     if (argc < 2)
         return 2;
     const QByteArray scale = argc > 2 ? argv[2] : "1";
+    QHashSeed::setDeterministicGlobalSeed(); // the same papers every time
     const QTemporaryDir home;
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_SCALE_FACTOR", scale);
