@@ -1,0 +1,23 @@
+// The entry point of the reader tests: an application on the offscreen platform; a test fails when Qt warns.
+#include <QApplication>
+#include <gtest/gtest.h>
+
+namespace
+{
+void failOnWarning(QtMsgType type, const QMessageLogContext &, const QString &message)
+{
+    if (type == QtDebugMsg || type == QtInfoMsg)
+        return;
+    ADD_FAILURE() << "Qt said: " << message.toStdString();
+}
+} // namespace
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_ACCESSIBILITY", "1");
+    qInstallMessageHandler(failOnWarning);
+    ::testing::InitGoogleTest(&argc, argv);
+    QApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}
