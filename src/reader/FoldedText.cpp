@@ -33,8 +33,8 @@ void FoldedText::append(const QString &text, qsizetype origin)
     for (const char32_t character : decomposed.toUcs4()) {
         if (isMark(character))
             continue;
-        const QString folded = QString::fromUcs4(&character, 1).toCaseFolded();
-        m_folded += folded;
+        // By way of the capitals, which alone spell a sharp s and ligatures out.
+        m_folded += QString::fromUcs4(&character, 1).toUpper().toCaseFolded();
         m_origins.resize(m_folded.size(), origin);
     }
 }

@@ -13,12 +13,12 @@
 /// What a reader window shows on arrival; the session file stores the same value to open the window again.
 /// Its JSON keys are the names of the fields.
 struct PDFOpenRequest {
-    QUuid id;                             ///< identity of this request, one a window
-    QUrl url;                             ///< the file
-    std::optional<qint64> page;           ///< to show first, 1-based
-    std::optional<QString> paperId;       ///< when the PDF is a paper of the library
-    std::optional<QString> searchText;    ///< to search the document for
-    std::optional<QString> highlightText; ///< the passage to light
+    QUuid id;                                  ///< identity of this request, one a window
+    QUrl url;                                  ///< the file
+    std::optional<qint64> page = {};           ///< to show first, 1-based
+    std::optional<QString> paperId = {};       ///< when the PDF is a paper of the library
+    std::optional<QString> searchText = {};    ///< to search the document for
+    std::optional<QString> highlightText = {}; ///< the passage to light
 
     friend bool operator==(const PDFOpenRequest &, const PDFOpenRequest &) = default;
 };
