@@ -101,15 +101,39 @@ std::u32string trimmed(const std::u32string &text)
         --last;
     return text.substr(first, last - first);
 }
-} // namespace
-
-std::string attributeText(std::string_view bytes)
+std::u32string cleanLine(std::string_view bytes)
 {
     std::u32string text = decoded(bytes);
     removeLanguageCodes(text);
-    text = trimmed(trimmed(cleaned(text)).substr(0, kMaxAttributeCharacters));
+    return cleaned(text);
+}
+
+std::string utf8(std::u32string_view text)
+{
     std::string out;
     for (char32_t c : text)
         appendUtf8(out, c);
     return out;
+}
+
+std::u32string withoutDirectionMarks(std::u32string text)
+{
+    std::erase_if(text, isDirectionMark);
+    return text;
+}
+} // namespace
+
+std::string attributeText(std::string_view bytes)
+{
+    return utf8(trimmed(trimmed(cleanLine(bytes)).substr(0, kMaxAttributeCharacters)));
+}
+
+std::string labelText(std::string_view bytes)
+{
+    return utf8(trimmed(trimmed(withoutDirectionMarks(cleanLine(bytes))).substr(0, kMaxLabelCharacters)));
+}
+
+std::string labelPrefix(std::string_view bytes)
+{
+    return utf8(withoutDirectionMarks(cleanLine(bytes)).substr(0, kMaxLabelCharacters));
 }

@@ -7,3 +7,8 @@
 /// what does not decode becomes U+FFFD, line breaks and tabs become blanks, other control characters go, and
 /// the rest is trimmed and cut to `kMaxAttributeCharacters`.
 std::string attributeText(std::string_view bytes);
+
+/// The same without direction marks and cut to `kMaxLabelCharacters`: what an outline's item shows.
+std::string labelText(std::string_view bytes);
+/// The same without being trimmed: what stands before the numbers of pages.
+std::string labelPrefix(std::string_view bytes);

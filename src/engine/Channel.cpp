@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstring>
 #include <sys/socket.h>
 
 Channel::Channel(int descriptor)
@@ -24,10 +25,34 @@ bool Channel::receiveAll(std::span<std::uint8_t> bytes)
     return true;
 }
 
+ssize_t Channel::receiveStart(std::span<std::uint8_t> bytes, FileDescriptor &memory)
+{
+    alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof(int))> control = {};
+    iovec part = {bytes.data(), bytes.size()};
+    msghdr message = {};
+    message.msg_iov = &part;
+    message.msg_iovlen = 1;
+    message.msg_control = control.data();
+    message.msg_controllen = control.size();
+    ssize_t count;
+    do
+        count = recvmsg(m_descriptor, &message, 0);
+    while (count < 0 && errno == EINTR);
+    const cmsghdr *beside = count > 0 ? CMSG_FIRSTHDR(&message) : nullptr;
+    if (beside && beside->cmsg_level == SOL_SOCKET && beside->cmsg_type == SCM_RIGHTS) {
+        int descriptor = -1;
+        std::memcpy(&descriptor, CMSG_DATA(beside), sizeof descriptor);
+        memory = FileDescriptor(descriptor);
+    }
+    return count;
+}
+
 std::optional<NumberedRequest> Channel::receive()
 {
+    FileDescriptor memory;
     std::array<std::uint8_t, kHeaderBytes> headerBytes;
-    if (!receiveAll(headerBytes))
+    const ssize_t started = receiveStart(headerBytes, memory);
+    if (started <= 0 || !receiveAll(std::span(headerBytes).subspan(static_cast<std::size_t>(started))))
         return std::nullopt;
     const std::optional<MessageHeader> header = decodedHeader(headerBytes, kMaxRequestBytes);
     if (!header)
@@ -38,7 +63,7 @@ std::optional<NumberedRequest> Channel::receive()
     std::optional<Request> request = decodedRequest(header->kind, payload);
     if (!request)
         return std::nullopt;
-    return NumberedRequest{header->request, *request};
+    return NumberedRequest{header->request, std::move(*request), std::move(memory)};
 }
 
 bool Channel::send(std::uint32_t requestNumber, const Reply &reply)

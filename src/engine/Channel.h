@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pdf/protocol/FileDescriptor.h"
 #include "pdf/protocol/Messages.h"
 
 #include <optional>
@@ -8,6 +9,7 @@
 struct NumberedRequest {
     std::uint32_t number = 0;
     Request request;
+    FileDescriptor memory; ///< the memory file that came beside it, if one did
 };
 
 /// The engine's end of the socket. Blocks; use from one thread.
@@ -23,6 +25,8 @@ public:
     bool send(std::uint32_t requestNumber, const Reply &reply);
 
 private:
+    /// Takes the first bytes of a message, and the descriptor beside them.
+    ssize_t receiveStart(std::span<std::uint8_t> bytes, FileDescriptor &memory);
     bool receiveAll(std::span<std::uint8_t> bytes);
 
     int m_descriptor;

@@ -61,7 +61,7 @@ Problem limitResources()
         return found;
     if (Problem found = limit(RLIMIT_NPROC, 0, "forbidding processes"))
         return found;
-    return limit(RLIMIT_NOFILE, kDocumentDescriptor + 1, "forbidding further files");
+    return limit(RLIMIT_NOFILE, kMemoryDescriptor + 1, "forbidding further files");
 }
 
 Problem renouncePrivileges()
@@ -146,8 +146,10 @@ Problem restrictSystemCalls()
     calls.permitIf(SCMP_SYS(mmap), withoutBits(2, PROT_EXEC));
     calls.permitIf(SCMP_SYS(mprotect), withoutBits(2, PROT_EXEC));
     calls.permitIf(SCMP_SYS(recvfrom), argumentIs(0, kSocketDescriptor));
+    calls.permitIf(SCMP_SYS(recvmsg), argumentIs(0, kSocketDescriptor));
     calls.permitIf(SCMP_SYS(sendto), argumentIs(0, kSocketDescriptor));
     calls.permitIf(SCMP_SYS(pread64), argumentIs(0, kDocumentDescriptor));
+    calls.permitIf(SCMP_SYS(close), argumentIs(0, kMemoryDescriptor));
     calls.permitIf(SCMP_SYS(write), argumentIs(0, STDERR_FILENO)); // last words of the C library
     // abort() signals its own process, and nobody else may be signalled.
     calls.permitIf(SCMP_SYS(tgkill), argumentIs(0, static_cast<std::uint64_t>(getpid())));

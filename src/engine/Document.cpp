@@ -1,8 +1,13 @@
 #include "engine/Document.h"
 
 #include "engine/AttributeText.h"
+#include "engine/Drawing.h"
 #include "engine/Guarded.h"
+#include "engine/Links.h"
+#include "engine/Outline.h"
 #include "engine/PageFailure.h"
+#include "engine/PageLabels.h"
+#include "engine/PageShapes.h"
 #include "engine/PageText.h"
 #include "engine/PageTree.h"
 #include "engine/Thumbnail.h"
@@ -93,18 +98,31 @@ FailedReply Document::openingFailure(Failure failure, const std::string &reason)
     return {failure, reason};
 }
 
-Reply Document::open()
+std::optional<FailedReply> Document::lockedFailure(const std::optional<std::string> &password)
+{
+    fz_context *context = m_context.get();
+    const char *entered = password ? password->c_str() : nullptr;
+    bool isLocked = true;
+    const std::optional<CallFailure> failure = guarded(context, [&] {
+        // This also tries the empty password, with which many encrypted files open.
+        isLocked = pdf_needs_password(context, m_document.get()) &&
+                   !(entered && pdf_authenticate_password(context, m_document.get(), entered));
+    });
+    if (failure)
+        return openingFailure(Failure::Damaged, failure->message);
+    if (!isLocked)
+        return std::nullopt;
+    return FailedReply{password ? Failure::WrongPassword : Failure::NeedsPassword, {}};
+}
+
+Reply Document::open(const OpenRequest &request)
 {
     fz_context *context = m_context.get();
     fz_stream *stream = nullptr;
     pdf_document *document = nullptr;
-    bool isLocked = false;
     const std::optional<CallFailure> failure = guarded(context, [&] {
         stream = newFileStream(context, m_file);
         document = pdf_open_document_with_stream(context, stream);
-        // Before anything else: a locked document reports garbage and no pages. This also tries the empty
-        // password, with which many encrypted files open.
-        isLocked = pdf_needs_password(context, document);
     });
     StreamHandle(stream, {context}).reset(); // the document holds it
     m_document.reset(document);
@@ -112,8 +130,9 @@ Reply Document::open()
         return FailedReply{Failure::Damaged, "it needs too much memory"};
     if (failure)
         return openingFailure(Failure::Damaged, failure->message);
-    if (isLocked)
-        return FailedReply{Failure::NeedsPassword, {}};
+    // Before anything else: a locked document reports garbage and no pages.
+    if (std::optional<FailedReply> locked = lockedFailure(request.password))
+        return *std::move(locked);
     return described();
 }
 
@@ -121,12 +140,11 @@ Reply Document::described()
 {
     fz_context *context = m_context.get();
     pdf_document *document = m_document.get();
-    int pageCount = 0;
-    if (const std::optional<CallFailure> failure = countPages(context, document, pageCount))
+    if (const std::optional<CallFailure> failure = countPages(context, document, m_pageCount))
         return openingFailure(Failure::Damaged, failure->message);
     OpenedReply reply;
     reply.version = kProtocolVersion;
-    reply.pageCount = static_cast<std::uint32_t>(pageCount);
+    reply.pageCount = static_cast<std::uint32_t>(m_pageCount);
     reply.title = attribute(context, document, PDF_NAME(Title));
     reply.author = attribute(context, document, PDF_NAME(Author));
     return reply;
@@ -143,16 +161,59 @@ PageHandle Document::load(std::uint32_t index, FailedReply &failure)
     return {page, {context}};
 }
 
-Reply Document::pageText(const PageTextRequest &request)
+template <typename Work> Reply Document::onPage(std::uint32_t index, const Work &work)
 {
     FailedReply failure;
-    const PageHandle page = load(request.page, failure);
-    return page ? textOf(m_context.get(), page.get(), m_ligatures) : Reply(failure);
+    const PageHandle page = load(index, failure);
+    Reply reply = page ? work(page.get()) : Reply(failure);
+    // Of a page that MuPDF left early, anything may have been answered.
+    return m_stop.isRaised() ? Reply(FailedReply{Failure::Stopped, {}}) : std::move(reply);
+}
+
+Reply Document::pageText(const PageTextRequest &request)
+{
+    return onPage(request.page, [&](pdf_page *page) {
+        return textOf(m_context.get(), page, m_ligatures, m_stop.forWork());
+    });
+}
+
+Reply Document::placedText(const PlacedTextRequest &request)
+{
+    return onPage(request.page, [&](pdf_page *page) {
+        return placedTextOf(m_context.get(), page, m_ligatures, m_stop.forWork());
+    });
 }
 
 Reply Document::thumbnail(const ThumbnailRequest &request)
 {
-    FailedReply failure;
-    const PageHandle page = load(request.page, failure);
-    return page ? thumbnailOf(m_context.get(), page.get(), request) : Reply(failure);
+    return onPage(request.page, [&](pdf_page *page) {
+        return thumbnailOf(m_context.get(), page, request, m_stop.forWork());
+    });
+}
+
+Reply Document::draw(const DrawRequest &request, unsigned char *pixels)
+{
+    return onPage(request.page, [&](pdf_page *page) {
+        return ::draw(m_context.get(), page, request, pixels, m_stop.forWork());
+    });
+}
+
+Reply Document::shapes(const ShapesRequest &request)
+{
+    return shapesOf(m_context.get(), m_document.get(), m_pageCount, request);
+}
+
+Reply Document::outline()
+{
+    return outlineOf(m_context.get(), m_document.get(), m_pageCount);
+}
+
+Reply Document::links(const LinksRequest &request)
+{
+    return linksOf(m_context.get(), m_document.get(), m_pageCount, request.page);
+}
+
+Reply Document::pageLabels()
+{
+    return pageLabelsOf(m_context.get(), m_document.get());
 }

@@ -22,6 +22,7 @@ inline void dropPage(fz_context *context, pdf_page *page)
 using ContextHandle = std::unique_ptr<fz_context, ContextDropper>;
 using StreamHandle = std::unique_ptr<fz_stream, Dropper<fz_drop_stream>>;
 using DocumentHandle = std::unique_ptr<pdf_document, Dropper<pdf_drop_document>>;
+using ObjectHandle = std::unique_ptr<pdf_obj, Dropper<pdf_drop_obj>>;
 using PageHandle = std::unique_ptr<pdf_page, Dropper<dropPage>>;
 using TextPageHandle = std::unique_ptr<fz_stext_page, Dropper<fz_drop_stext_page>>;
 using DeviceHandle = std::unique_ptr<fz_device, Dropper<fz_drop_device>>;

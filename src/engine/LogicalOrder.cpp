@@ -46,12 +46,14 @@ struct VisualText {
     }
 };
 
-void appendCluster(std::string &text, const TextCluster &cluster, bool isMirrored)
+void appendCluster(PlacedText &out, const TextCluster &cluster, bool isMirrored)
 {
+    std::string &text = out.unplaced();
     const auto base = static_cast<UChar32>(cluster.base);
     appendSpelledOut(text, static_cast<char32_t>(isMirrored ? u_charMirror(base) : base));
     for (char32_t c : cluster.rest)
         appendSpelledOut(text, c);
+    out.place(cluster.box);
 }
 
 struct BidiCloser {
@@ -73,8 +75,15 @@ BidiHandle analysed(const VisualText &visual, UBiDiLevel level)
                   &status);
     return U_SUCCESS(status) ? std::move(bidi) : nullptr;
 }
-/// The clusters of a line that was drawn from left to right, in logical order.
-std::string turnedRound(const std::vector<TextCluster> &clusters)
+
+void appendAll(PlacedText &text, const std::vector<TextCluster> &clusters)
+{
+    for (const TextCluster &cluster : clusters)
+        appendCluster(text, cluster, false);
+}
+
+/// Appends the clusters of a line that was drawn from left to right, in logical order.
+void appendTurnedRound(PlacedText &text, const std::vector<TextCluster> &clusters)
 {
     const VisualText visual(clusters);
     const BidiHandle bidi = analysed(visual, paragraphLevel(clusters));
@@ -82,19 +91,14 @@ std::string turnedRound(const std::vector<TextCluster> &clusters)
     UErrorCode status = U_ZERO_ERROR;
     if (bidi)
         ubidi_getVisualMap(bidi.get(), order.data(), &status);
-    std::string text;
-    if (!bidi || U_FAILURE(status)) {
-        for (const TextCluster &cluster : clusters)
-            appendCluster(text, cluster, false);
-        return text;
-    }
+    if (!bidi || U_FAILURE(status))
+        return appendAll(text, clusters);
     for (int32_t unit : order) {
         const int cluster = visual.clusters[static_cast<std::size_t>(unit)];
         if (cluster >= 0)
             appendCluster(text, clusters[static_cast<std::size_t>(cluster)],
                           ubidi_getLevelAt(bidi.get(), unit) % 2 == 1);
     }
-    return text;
 }
 } // namespace
 
@@ -107,12 +111,10 @@ bool hasRightToLeft(const fz_stext_line *line)
     return false;
 }
 
-std::string inLogicalOrder(const fz_stext_line *line)
+void appendInLogicalOrder(PlacedText &text, const fz_stext_line *line)
 {
-    std::string text;
-    if (!isDrawnRightToLeft(line))
-        return turnedRound(clustersOf(line));
-    for (char32_t c : charactersDrawnRightToLeft(line))
-        appendSpelledOut(text, c);
-    return text;
+    if (isDrawnRightToLeft(line))
+        appendAll(text, charactersDrawnRightToLeft(line));
+    else
+        appendTurnedRound(text, clustersOf(line));
 }

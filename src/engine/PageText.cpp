@@ -5,6 +5,7 @@
 #include "engine/LogicalOrder.h"
 #include "engine/NamedLigatures.h"
 #include "engine/PageFailure.h"
+#include "engine/PlacedText.h"
 #include "engine/TextClusters.h"
 #include "pdf/protocol/CleanText.h"
 #include "pdf/protocol/Limits.h"
@@ -14,7 +15,7 @@ namespace
 {
 /// The text page of `page`; nothing, with the reason in `failure`, when it cannot be had. What a page says
 /// before the engine stumbles over it is kept.
-TextPageHandle extracted(fz_context *context, pdf_page *page, NamedLigatures &ligatures,
+TextPageHandle extracted(fz_context *context, pdf_page *page, NamedLigatures &ligatures, fz_cookie *stop,
                          std::optional<CallFailure> &failure)
 {
     fz_stext_page *textPage = nullptr;
@@ -25,7 +26,7 @@ TextPageHandle extracted(fz_context *context, pdf_page *page, NamedLigatures &li
         textPage = fz_new_stext_page(context, pdf_bound_page(context, page));
         device = fz_new_stext_device(context, textPage, &options);
         spelling = ligatures.newDevice(device);
-        pdf_run_page(context, page, spelling, fz_identity, nullptr);
+        pdf_run_page(context, page, spelling, fz_identity, stop);
         fz_close_device(context, spelling);
     });
     DeviceHandle(spelling, {context}).reset();
@@ -57,19 +58,50 @@ void clean(fz_stext_line *line, fz_rect box)
     }
 }
 
-void appendLine(std::string &text, const fz_stext_line *line)
+/// Appends the letters of the glyph of `c`, each with its part of the glyph's width; answers the character
+/// after them.
+const fz_stext_char *appendGlyph(PlacedText &out, const fz_stext_char *c, const fz_stext_line *line)
 {
-    const std::size_t start = text.size();
-    if (hasRightToLeft(line)) {
-        text += inLogicalOrder(line);
-    } else {
-        for (const fz_stext_char *c = line->first_char; c; c = c->next) {
-            if (c->c != kHiddenCharacter)
-                appendUtf8(text, static_cast<char32_t>(c->c));
-        }
+    const int letters = hasNoWidth(c, line) ? 1 : 1 + furtherLetters(c, line);
+    const fz_quad whole = c->quad;
+    const auto between = [](fz_point from, fz_point to, float part) {
+        return fz_make_point(from.x + (to.x - from.x) * part, from.y + (to.y - from.y) * part);
+    };
+    for (int i = 0; i < letters; ++i, c = c->next) {
+        if (c->c == kHiddenCharacter)
+            continue;
+        const float start = static_cast<float>(i) / static_cast<float>(letters);
+        const float end = static_cast<float>(i + 1) / static_cast<float>(letters);
+        const fz_quad part = {between(whole.ul, whole.ur, start), between(whole.ul, whole.ur, end),
+                              between(whole.ll, whole.lr, start), between(whole.ll, whole.lr, end)};
+        appendUtf8(out.unplaced(), static_cast<char32_t>(c->c));
+        out.place(fz_rect_from_quad(part));
     }
-    if (text.size() > start)
-        text += '\n';
+    return c;
+}
+
+void appendLeftToRight(PlacedText &out, const fz_stext_line *line)
+{
+    if (out.wantsBoxes()) {
+        for (const fz_stext_char *c = line->first_char; c;)
+            c = appendGlyph(out, c, line);
+        return;
+    }
+    for (const fz_stext_char *c = line->first_char; c; c = c->next) {
+        if (c->c != kHiddenCharacter)
+            appendUtf8(out.unplaced(), static_cast<char32_t>(c->c));
+    }
+}
+
+void appendLine(PlacedText &out, const fz_stext_line *line)
+{
+    const std::size_t start = out.text().size();
+    if (hasRightToLeft(line))
+        appendInLogicalOrder(out, line);
+    else
+        appendLeftToRight(out, line);
+    if (out.text().size() > start)
+        out.endLine();
 }
 
 // The longest word for whose sake text is cut earlier; what is longer is no word of any language.
@@ -81,8 +113,9 @@ bool isInsideCharacter(char byte)
 }
 
 /// Cuts a text that is too long behind a line or a word, or inside one that is too long for that.
-void cutToLimit(std::string &text)
+void cutToLimit(PlacedText &out)
 {
+    const std::string &text = out.text();
     if (text.size() <= kMaxPageTextBytes)
         return;
     std::size_t end = text.find_last_of(" \n", kMaxPageTextBytes - 1);
@@ -91,17 +124,17 @@ void cutToLimit(std::string &text)
         while (isInsideCharacter(text[end]))
             --end;
     }
-    text.resize(end);
-    text += '\n';
+    out.cut(end);
+    out.endLine();
 }
 
-std::string textOfLines(const fz_stext_page *page)
+PlacedText textOfLines(const fz_stext_page *page, PlacedText::Boxes boxes)
 {
-    std::string text;
+    PlacedText text(boxes, page->mediabox);
     for (const fz_stext_block *block = page->first_block; block; block = block->next) {
         if (block->type != FZ_STEXT_BLOCK_TEXT)
             continue;
-        for (fz_stext_line *line = block->u.t.first_line; line && text.size() <= kMaxPageTextBytes;
+        for (fz_stext_line *line = block->u.t.first_line; line && text.text().size() <= kMaxPageTextBytes;
              line = line->next) {
             clean(line, page->mediabox);
             appendLine(text, line);
@@ -112,11 +145,21 @@ std::string textOfLines(const fz_stext_page *page)
 }
 } // namespace
 
-Reply textOf(fz_context *context, pdf_page *page, NamedLigatures &ligatures)
+Reply textOf(fz_context *context, pdf_page *page, NamedLigatures &ligatures, fz_cookie *stop)
 {
     std::optional<CallFailure> failure;
-    const TextPageHandle textPage = extracted(context, page, ligatures, failure);
+    const TextPageHandle textPage = extracted(context, page, ligatures, stop, failure);
     if (failure)
         return pageFailure(*failure);
-    return TextReply{textOfLines(textPage.get())};
+    return TextReply{textOfLines(textPage.get(), PlacedText::Boxes::Unwanted).takeText()};
+}
+
+Reply placedTextOf(fz_context *context, pdf_page *page, NamedLigatures &ligatures, fz_cookie *stop)
+{
+    std::optional<CallFailure> failure;
+    const TextPageHandle textPage = extracted(context, page, ligatures, stop, failure);
+    if (failure)
+        return pageFailure(*failure);
+    PlacedText text = textOfLines(textPage.get(), PlacedText::Boxes::Wanted);
+    return PlacedTextReply{text.takeText(), text.takeBoxes()};
 }

@@ -4,6 +4,7 @@
 #include "engine/Confinement.h"
 #include "engine/Document.h"
 #include "pdf/protocol/Limits.h"
+#include "pdf/protocol/StopFlag.h"
 
 #include <cerrno>
 #include <cstring>
@@ -18,7 +19,7 @@ namespace
 // Only what is used of it becomes memory.
 constexpr std::size_t kStackBytes = 256 << 20;
 
-constexpr char kNothingOpen[] = "no document is open";
+constexpr char kNoMemory[] = "there is no memory for it";
 
 /// Answers requests in their order.
 class Server
@@ -29,7 +30,23 @@ public:
     {
     }
 
-    Reply answer(const OpenRequest &request)
+    Reply answer(NumberedRequest &asked)
+    {
+        return std::visit([&](const auto &request) { return allowed(request, asked.memory); }, asked.request);
+    }
+
+private:
+    template <typename Request> Reply allowed(const Request &request, FileDescriptor &memory)
+    {
+        if constexpr (std::is_same_v<Request, OpenRequest>)
+            return opened(request, memory);
+        else if (m_isOpen)
+            return answer(request, memory);
+        else
+            return FailedReply{Failure::Unable, "no document is open"};
+    }
+
+    Reply opened(const OpenRequest &request, FileDescriptor &memory)
     {
         if (request.version != kProtocolVersion)
             return FailedReply{Failure::Unable, "the engine is of another version than the program"};
@@ -37,23 +54,44 @@ public:
             return FailedReply{Failure::Unable, "the document is already open"};
         m_document = Document::create(m_file);
         if (!m_document)
-            return FailedReply{Failure::Unable, "there is no memory for the engine"};
-        Reply reply = m_document->open();
+            return FailedReply{Failure::Unable, kNoMemory};
+        if (std::optional<SharedMemory> flag = mapped(memory, kStopFlagBytes))
+            m_document->obey(StopSign(*std::move(flag)));
+        Reply reply = m_document->open(request);
         m_isOpen = std::holds_alternative<OpenedReply>(reply);
         return reply;
     }
 
-    Reply answer(const PageTextRequest &request)
+    Reply answer(const DrawRequest &request, FileDescriptor &memory)
     {
-        return m_isOpen ? m_document->pageText(request) : FailedReply{Failure::Unable, kNothingOpen};
+        const std::size_t bytes = std::size_t(request.width) * request.height * kBytesPerDrawnPixel;
+        // Given back before the reply: the program can seal only what nobody can write to any more.
+        const std::optional<SharedMemory> pixels = mapped(memory, bytes);
+        return pixels ? m_document->draw(request, pixels->data())
+                      : Reply(FailedReply{Failure::PageUnavailable, kNoMemory});
     }
 
-    Reply answer(const ThumbnailRequest &request)
+    Reply answer(const PageTextRequest &request, FileDescriptor &) { return m_document->pageText(request); }
+    Reply answer(const ThumbnailRequest &request, FileDescriptor &) { return m_document->thumbnail(request); }
+    Reply answer(const ShapesRequest &request, FileDescriptor &) { return m_document->shapes(request); }
+    Reply answer(const PlacedTextRequest &request, FileDescriptor &)
     {
-        return m_isOpen ? m_document->thumbnail(request) : FailedReply{Failure::Unable, kNothingOpen};
+        return m_document->placedText(request);
+    }
+    Reply answer(const OutlineRequest &, FileDescriptor &) { return m_document->outline(); }
+    Reply answer(const LinksRequest &request, FileDescriptor &) { return m_document->links(request); }
+    Reply answer(const PageLabelsRequest &, FileDescriptor &) { return m_document->pageLabels(); }
+
+    static std::optional<SharedMemory> mapped(FileDescriptor &memory, std::size_t bytes)
+    {
+        if (!memory)
+            return std::nullopt;
+        std::optional<SharedMemory> mapping =
+            SharedMemory::map(memory.get(), bytes, SharedMemory::Access::ReadWrite);
+        memory.reset();
+        return mapping;
     }
 
-private:
     DocumentFile m_file;
     std::unique_ptr<Document> m_document;
     bool m_isOpen = false;
@@ -62,10 +100,8 @@ private:
 void serve(Channel &channel, DocumentFile file)
 {
     Server server(file);
-    while (const std::optional<NumberedRequest> next = channel.receive()) {
-        const Reply reply =
-            std::visit([&](const auto &request) { return server.answer(request); }, next->request);
-        if (!channel.send(next->number, reply))
+    while (std::optional<NumberedRequest> next = channel.receive()) {
+        if (!channel.send(next->number, server.answer(*next)))
             return;
     }
 }

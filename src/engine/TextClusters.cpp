@@ -36,25 +36,6 @@ struct Extent {
     }
 };
 
-bool hasNoWidth(const fz_stext_char *c, const fz_stext_line *line)
-{
-    const Extent extent(c, line);
-    return std::abs(extent.end - extent.start) < kSlack * c->size;
-}
-
-/// How many characters without width follow `c` when not all of them are marks: then they are the further
-/// letters of the glyph of `c`. 0 otherwise.
-int furtherLetters(const fz_stext_char *c, const fz_stext_line *line)
-{
-    int count = 0;
-    bool hasLetter = false;
-    for (const fz_stext_char *next = c->next; next && hasNoWidth(next, line); next = next->next) {
-        ++count;
-        hasLetter = hasLetter || !isMark(characterOf(next));
-    }
-    return hasLetter ? count : 0;
-}
-
 class ClusterBuilder
 {
 public:
@@ -71,7 +52,7 @@ public:
             addMark(characterOf(c), extent.start < m_end - kSlack * c->size);
             return c;
         }
-        m_clusters.push_back({characterOf(c), std::move(m_waitingMarks)});
+        m_clusters.push_back({characterOf(c), std::move(m_waitingMarks), fz_rect_from_quad(c->quad)});
         m_waitingMarks.clear();
         m_end = extent.end;
         for (int count = furtherLetters(c, m_line); count > 0; --count) {
@@ -107,6 +88,23 @@ private:
 };
 } // namespace
 
+bool hasNoWidth(const fz_stext_char *c, const fz_stext_line *line)
+{
+    const Extent extent(c, line);
+    return std::abs(extent.end - extent.start) < kSlack * c->size;
+}
+
+int furtherLetters(const fz_stext_char *c, const fz_stext_line *line)
+{
+    int count = 0;
+    bool hasLetter = false;
+    for (const fz_stext_char *next = c->next; next && hasNoWidth(next, line); next = next->next) {
+        ++count;
+        hasLetter = hasLetter || !isMark(characterOf(next));
+    }
+    return hasLetter ? count : 0;
+}
+
 bool isRightToLeft(char32_t c)
 {
     return c >= 0x590 &&
@@ -139,15 +137,16 @@ bool isDrawnRightToLeft(const fz_stext_line *line)
     return balance > 0;
 }
 
-std::u32string charactersDrawnRightToLeft(const fz_stext_line *line)
+std::vector<TextCluster> charactersDrawnRightToLeft(const fz_stext_line *line)
 {
-    std::u32string characters;
+    std::vector<TextCluster> characters;
     for (const fz_stext_char *c = line->first_char; c; c = c->next) {
+        const fz_rect box = fz_rect_from_quad(c->quad);
         if (c->c != kHiddenCharacter)
-            characters.push_back(characterOf(c));
+            characters.push_back({characterOf(c), {}, box});
         if (c->next && Extent(c, line).start - Extent(c->next, line).end > kWordGap * c->size &&
             c->c != ' ' && c->next->c != ' ' && isRightToLeft(characterOf(c->next)))
-            characters.push_back(' ');
+            characters.push_back({' ', {}, box});
     }
     return characters;
 }

@@ -49,7 +49,7 @@ fz_matrix placing(fz_rect box, Size size)
     return fz_concat(toOrigin, fz_scale(scaleX, scaleY));
 }
 
-PixmapHandle drawn(fz_context *context, pdf_page *page, const ThumbnailRequest &request,
+PixmapHandle drawn(fz_context *context, pdf_page *page, const ThumbnailRequest &request, fz_cookie *stop,
                    std::optional<CallFailure> &failure)
 {
     fz_pixmap *pixmap = nullptr;
@@ -65,7 +65,7 @@ PixmapHandle drawn(fz_context *context, pdf_page *page, const ThumbnailRequest &
         pixmap = fz_new_pixmap(context, fz_device_rgb(context), size.width, size.height, nullptr, 0);
         fz_clear_pixmap_with_value(context, pixmap, 0xff);
         device = fz_new_draw_device(context, placing(box, size), pixmap);
-        pdf_run_page(context, page, device, fz_identity, nullptr);
+        pdf_run_page(context, page, device, fz_identity, stop);
         fz_close_device(context, device);
     });
     DeviceHandle(device, {context}).reset();
@@ -73,10 +73,10 @@ PixmapHandle drawn(fz_context *context, pdf_page *page, const ThumbnailRequest &
 }
 } // namespace
 
-Reply thumbnailOf(fz_context *context, pdf_page *page, const ThumbnailRequest &request)
+Reply thumbnailOf(fz_context *context, pdf_page *page, const ThumbnailRequest &request, fz_cookie *stop)
 {
     std::optional<CallFailure> failure;
-    const PixmapHandle pixmap = drawn(context, page, request, failure);
+    const PixmapHandle pixmap = drawn(context, page, request, stop, failure);
     if (failure)
         return pageFailure(*failure);
     PictureReply reply;

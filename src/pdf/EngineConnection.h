@@ -2,26 +2,32 @@
 
 #include "base/Result.h"
 #include "pdf/EngineProcess.h"
+#include "pdf/StopFlag.h"
 #include "pdf/protocol/Messages.h"
 
 #include <chrono>
-#include <span>
 #include <stop_token>
 
-/// Talks with one engine: one request at a time, each with a deadline. Anything but a sound reply in time
-/// ends the engine. Use from one thread at a time.
+/// Talks with one engine: one request at a time, each with a deadline. An engine that answers nonsense, or
+/// that does not stop when it shall, is ended. Use from one thread at a time.
 class EngineConnection
 {
 public:
     /// A connection to nothing, on which every request fails with EngineFailed.
     EngineConnection() = default;
-    explicit EngineConnection(EngineProcess process);
+    /// An engine gets `grace` to end its work when it is stopped or late, and is ended when it does not.
+    EngineConnection(EngineProcess process, std::chrono::milliseconds grace);
 
     bool isAlive() const { return m_process.isRunning(); }
 
-    /// The reply to `request`, which may be a `FailedReply`. Fails with EngineFailed, DeadlineExceeded or
-    /// `cancelledError`, and then the engine is ended; a `stop` that fired before the call leaves it alone.
-    Result<Reply> ask(const Request &request, std::chrono::milliseconds deadline, std::stop_token stop);
+    /// Of the memory that tells the engine to stop, to be sent beside the first request.
+    int stopMemory() const { return m_stopFlag.descriptor(); }
+
+    /// The reply to `request`, which may be a `FailedReply`. `memory` is the descriptor to send beside it, or
+    /// -1. Fails with EngineFailed, and then the engine is ended; with DeadlineExceeded or `cancelledError`,
+    /// and then it is ended only if it would not stop.
+    Result<Reply> ask(const Request &request, std::chrono::milliseconds deadline, std::stop_token stop,
+                      int memory = -1);
 
     /// Ends the engine, which answered what makes no sense here.
     Error refused();
@@ -31,10 +37,11 @@ private:
     enum class Trouble;
 
     static Error errorOf(Trouble trouble, const QString &ending);
-    Trouble exchange(const Request &request, std::chrono::milliseconds deadline, const std::stop_token &stop,
-                     Reply &reply);
+    void forgetStop();
 
     EngineProcess m_process;
+    std::chrono::milliseconds m_grace = {};
     FileDescriptor m_stopEvent; ///< readable once the stop token of the request in flight has fired
+    StopFlag m_stopFlag;
     std::uint32_t m_lastRequest = 0;
 };

@@ -1,9 +1,12 @@
 #include "pdf/EngineDocument.h"
 
+#include "pdf/EngineAnswers.h"
 #include "pdf/EngineProgram.h"
+#include "pdf/MemoryFile.h"
 #include "pdf/protocol/Limits.h"
 #include "platform/InputFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -19,9 +22,12 @@ PDFErrorCode codeOf(Failure failure)
         return PDFErrorCode::Damaged;
     case Failure::NeedsPassword:
         return PDFErrorCode::NeedsPassword;
+    case Failure::WrongPassword:
+        return PDFErrorCode::WrongPassword;
     case Failure::PageUnavailable:
         return PDFErrorCode::PageUnavailable;
     case Failure::Unable:
+    case Failure::Stopped:
         return PDFErrorCode::EngineFailed;
     }
     Q_UNREACHABLE();
@@ -47,6 +53,47 @@ Error noSuchPage()
 std::uint32_t pixels(int side)
 {
     return std::uint32_t(qBound(1, side, int(kMaxThumbnailSide)));
+}
+
+std::uint32_t turnsOf(int degrees)
+{
+    return std::uint32_t((degrees / 90 % 4 + 4) % 4);
+}
+
+/// Nothing for a drawing that is too large or makes no sense.
+std::optional<DrawRequest> requestFor(std::uint32_t page, const PDFDrawing &drawing)
+{
+    const QRect &clip = drawing.clip;
+    const auto isWithin = [](int value, int least) {
+        return value >= least && value <= int(kMaxDrawingExtent);
+    };
+    const bool isSound = drawing.scale > 0 && drawing.scale <= double(kMaxDrawingScale) &&
+                         isWithin(clip.x(), 0) && isWithin(clip.y(), 0) && isWithin(clip.width(), 1) &&
+                         isWithin(clip.height(), 1) &&
+                         qint64(clip.width()) * clip.height() <= qint64(kMaxDrawingPixels);
+    if (!isSound)
+        return std::nullopt;
+    return DrawRequest{page,
+                       float(drawing.scale),
+                       turnsOf(drawing.rotation),
+                       drawing.isDark ? 1u : 0u,
+                       std::uint32_t(clip.x()),
+                       std::uint32_t(clip.y()),
+                       std::uint32_t(clip.width()),
+                       std::uint32_t(clip.height())};
+}
+
+Error noMemory()
+{
+    return pdfError(PDFErrorCode::PageUnavailable, QString::fromLocal8Bit(std::strerror(errno)));
+}
+
+/// Nothing for what cannot be a password.
+std::optional<std::string> passwordBytes(const QString &password)
+{
+    if (password.contains(u'\0') || password.toUtf8().size() > qsizetype(kMaxPasswordBytes))
+        return std::nullopt;
+    return password.toStdString();
 }
 } // namespace
 
@@ -74,12 +121,18 @@ Result<void> EngineDocument::start(std::stop_token stop)
 {
     if (stop.stop_requested())
         return cancelledError();
+    OpenRequest request = {kProtocolVersion, std::nullopt};
+    if (m_options.password) {
+        request.password = passwordBytes(*m_options.password);
+        if (!request.password)
+            return pdfError(PDFErrorCode::WrongPassword);
+    }
     Result<EngineProcess> process = EngineProcess::start(m_options.program, m_file.get());
     if (!process)
         return process.error();
-    m_connection = EngineConnection(*std::move(process));
+    m_connection = EngineConnection(*std::move(process), m_options.deadlines.grace);
     const Result<OpenedReply> opened =
-        ask<OpenedReply>(OpenRequest{kProtocolVersion}, m_options.deadlines.open, stop);
+        ask<OpenedReply>(request, m_options.deadlines.open, stop, m_connection.stopMemory());
     if (!opened) {
         m_connection = EngineConnection(); // an engine without its document is of no use
         return opened.error();
@@ -93,17 +146,24 @@ Result<void> EngineDocument::start(std::stop_token stop)
 
 template <typename Wanted>
 Result<Wanted> EngineDocument::ask(const Request &request, std::chrono::milliseconds deadline,
-                                   std::stop_token stop)
+                                   std::stop_token stop, int memory)
 {
-    Result<Reply> reply = m_connection.ask(request, deadline, stop);
+    Result<Reply> reply = m_connection.ask(request, deadline, stop, memory);
     if (!reply)
         return reply.error();
     if (Wanted *wanted = std::get_if<Wanted>(&*reply))
         return std::move(*wanted);
     const auto *failed = std::get_if<FailedReply>(&*reply);
-    if (!failed)
+    if (!failed || failed->failure == Failure::Stopped) // nobody stopped it
         return m_connection.refused();
     return pdfError(codeOf(failed->failure), QString::fromStdString(failed->reason));
+}
+
+template <typename Answer> Result<Answer> EngineDocument::checked(std::optional<Answer> answer)
+{
+    if (!answer)
+        return m_connection.refused();
+    return *std::move(answer);
 }
 
 Result<QByteArray> EngineDocument::pageText(qint64 index, std::stop_token stop)
@@ -134,6 +194,90 @@ Result<PDFBitmap> EngineDocument::thumbnail(qint64 index, int maxWidth, int maxH
                      QByteArray(bytes, qsizetype(reply->pixels.size()))};
 }
 
+Result<QList<std::optional<PDFPageGeometry>>> EngineDocument::pageGeometries(qint64 first, qint64 count,
+                                                                             std::stop_token stop)
+{
+    const std::optional<std::uint32_t> page = pageNumber(first);
+    const qint64 possible = std::min({count, kMaxGeometriesAtOnce, m_pageCount - first});
+    if (!page || possible <= 0)
+        return QList<std::optional<PDFPageGeometry>>();
+    const Result<ShapesReply> reply =
+        ask<ShapesReply>(ShapesRequest{*page, std::uint32_t(possible)}, m_options.deadlines.structure, stop);
+    if (!reply)
+        return reply.error();
+    if (qint64(reply->shapes.size()) != possible)
+        return m_connection.refused();
+    return geometriesFrom(*reply);
+}
+
+Result<PDFPageText> EngineDocument::placedText(qint64 index, std::stop_token stop)
+{
+    const std::optional<std::uint32_t> page = pageNumber(index);
+    if (!page)
+        return noSuchPage();
+    const Result<PlacedTextReply> reply =
+        ask<PlacedTextReply>(PlacedTextRequest{*page}, m_options.deadlines.pageText, stop);
+    if (!reply)
+        return reply.error();
+    return pageTextFrom(*reply);
+}
+
+Result<PDFPagePicture> EngineDocument::draw(qint64 index, const PDFDrawing &drawing, std::stop_token stop)
+{
+    const std::optional<std::uint32_t> page = pageNumber(index);
+    if (!page)
+        return noSuchPage();
+    const std::optional<DrawRequest> request = requestFor(*page, drawing);
+    if (!request)
+        return pdfError(PDFErrorCode::PageUnavailable, QStringLiteral("it would be drawn too large"));
+    const std::size_t bytes = std::size_t(request->width) * request->height * kBytesPerDrawnPixel;
+    std::optional<MemoryFile> memory = MemoryFile::create(bytes);
+    if (!memory)
+        return noMemory();
+    const Result<DrawnReply> reply =
+        ask<DrawnReply>(*request, m_options.deadlines.draw, stop, memory->descriptor());
+    if (!reply)
+        return reply.error();
+    if (!memory->seal()) // it could still change what it has drawn
+        return m_connection.refused();
+    std::optional<SharedMemory> mapped =
+        SharedMemory::map(memory->descriptor(), bytes, SharedMemory::Access::ReadOnly);
+    if (!mapped)
+        return noMemory();
+    return PDFPagePicture(drawing.clip.width(), drawing.clip.height(),
+                          std::make_shared<const SharedMemory>(*std::move(mapped)));
+}
+
+Result<std::vector<PDFOutlineItem>> EngineDocument::outline(std::stop_token stop)
+{
+    const Result<OutlineReply> reply =
+        ask<OutlineReply>(OutlineRequest{}, m_options.deadlines.structure, stop);
+    if (!reply)
+        return reply.error();
+    return checked(outlineFrom(*reply, m_pageCount));
+}
+
+Result<QList<PDFLink>> EngineDocument::links(qint64 index, std::stop_token stop)
+{
+    const std::optional<std::uint32_t> page = pageNumber(index);
+    if (!page)
+        return noSuchPage();
+    const Result<LinksReply> reply =
+        ask<LinksReply>(LinksRequest{*page}, m_options.deadlines.structure, stop);
+    if (!reply)
+        return reply.error();
+    return checked(linksFrom(*reply, m_pageCount));
+}
+
+Result<PDFPageLabels> EngineDocument::pageLabels(std::stop_token stop)
+{
+    const Result<PageLabelsReply> reply =
+        ask<PageLabelsReply>(PageLabelsRequest{}, m_options.deadlines.structure, stop);
+    if (!reply)
+        return reply.error();
+    return pageLabelsFrom(*reply);
+}
+
 Result<void> EngineDocument::restart(std::stop_token stop)
 {
     if (m_connection.isAlive())
@@ -145,5 +289,14 @@ OpenPDF engineOpener(const EngineOptions &options)
 {
     return [options](const InputFile &file, std::stop_token stop) {
         return EngineDocument::open(file, options, stop);
+    };
+}
+
+UnlockPDF engineUnlocker(const EngineOptions &options)
+{
+    return [options](const InputFile &file, const QString &password, std::stop_token stop) {
+        EngineOptions unlocking = options;
+        unlocking.password = password;
+        return EngineDocument::open(file, unlocking, stop);
     };
 }

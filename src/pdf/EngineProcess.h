@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/Result.h"
-#include "pdf/FileDescriptor.h"
+#include "pdf/protocol/FileDescriptor.h"
 
 #include <QString>
 #include <sys/types.h>

@@ -35,3 +35,13 @@ bool isPDFError(const Error &error, PDFErrorCode code)
 {
     return error.domain == u"PDFDocument" && error.code == int(code);
 }
+
+Result<PDFPageGeometry> PDFDocument::pageGeometry(qint64 index, std::stop_token stop)
+{
+    Result<QList<std::optional<PDFPageGeometry>>> geometries = pageGeometries(index, 1, stop);
+    if (!geometries)
+        return geometries.error();
+    if (geometries->isEmpty() || !geometries->first())
+        return pdfError(PDFErrorCode::PageUnavailable);
+    return *geometries->first();
+}

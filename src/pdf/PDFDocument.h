@@ -1,6 +1,12 @@
 #pragma once
 
 #include "base/Result.h"
+#include "pdf/PDFLink.h"
+#include "pdf/PDFOutlineItem.h"
+#include "pdf/PDFPageGeometry.h"
+#include "pdf/PDFPageLabels.h"
+#include "pdf/PDFPagePicture.h"
+#include "pdf/PDFPageText.h"
 
 #include <QByteArray>
 #include <QString>
@@ -20,7 +26,7 @@ enum class PDFErrorCode {
     PageUnavailable,  ///< this page cannot be loaded or read; others may
     EngineMissing,    ///< the engine's program could not be started
     EngineFailed,     ///< the engine ended or answered nonsense; `restart` may help
-    DeadlineExceeded, ///< the engine took too long and was ended; `restart` may help
+    DeadlineExceeded, ///< the engine took too long; `restart` brings it back where it had to be ended
 };
 
 Error pdfError(PDFErrorCode code, const QString &reason = {});
@@ -43,8 +49,14 @@ struct PDFBitmap {
     QByteArray pixels;
 };
 
+/// Pages of which the shapes can be asked for at once.
+inline constexpr qint64 kMaxGeometriesAtOnce = 1000;
+
 /// One open PDF. Use from one thread at a time; every call blocks until the engine has answered, its deadline
-/// has passed or `stop` fires (then it fails with `cancelledError`, and the engine is ended).
+/// has passed or `stop` fires (then it fails with `cancelledError`; the engine ends its work and stays, or is
+/// ended where it does not).
+///
+/// Coordinates are points from the upper left of a page as it is shown: cropped, and turned as the page says.
 ///
 /// Nothing that a document claims is trusted: any call can fail on its own, and the page count is a promise.
 class PDFDocument
@@ -67,6 +79,32 @@ public:
     virtual Result<PDFBitmap> thumbnail(qint64 index, int maxWidth, int maxHeight,
                                         std::stop_token stop = {}) = 0;
 
+    /// Shapes of the pages from `first` (0-based) on, `count` of them or fewer: at most up to the claimed
+    /// page count and `kMaxGeometriesAtOnce`. Nothing for a page that cannot be had. No page's content is
+    /// read.
+    virtual Result<QList<std::optional<PDFPageGeometry>>> pageGeometries(qint64 first, qint64 count,
+                                                                         std::stop_token stop = {}) = 0;
+    /// The shape of page `index` (0-based).
+    Result<PDFPageGeometry> pageGeometry(qint64 index, std::stop_token stop = {});
+
+    /// The same text as `pageText` gives, with the box of every character.
+    virtual Result<PDFPageText> placedText(qint64 index, std::stop_token stop = {}) = 0;
+
+    /// Page `index` (0-based), or a part of it, drawn on white. Fails with PageUnavailable also for a part
+    /// that is larger than an 8K screen or a scale that makes no sense.
+    virtual Result<PDFPagePicture> draw(qint64 index, const PDFDrawing &drawing,
+                                        std::stop_token stop = {}) = 0;
+
+    /// Empty for a document without one. Of an outline that is damaged, goes in circles, is deeper than 100
+    /// levels or longer than 20,000 items, as much as there is.
+    virtual Result<std::vector<PDFOutlineItem>> outline(std::stop_token stop = {}) = 0;
+
+    /// The links of page `index` (0-based), from the lowest to the topmost.
+    virtual Result<QList<PDFLink>> links(qint64 index, std::stop_token stop = {}) = 0;
+
+    /// How the pages are numbered.
+    virtual Result<PDFPageLabels> pageLabels(std::stop_token stop = {}) = 0;
+
     /// Starts a new engine on the same file after one was lost. Does nothing while the engine is well.
     virtual Result<void> restart(std::stop_token stop = {}) = 0;
 };
@@ -74,3 +112,7 @@ public:
 /// Opens the document in a file; the seam through which tests hand the indexer documents of their own.
 using OpenPDF =
     std::function<Result<std::unique_ptr<PDFDocument>>(const InputFile &file, std::stop_token stop)>;
+
+/// Opens a document that is locked with the password that a person entered. Fails with WrongPassword.
+using UnlockPDF = std::function<Result<std::unique_ptr<PDFDocument>>(
+    const InputFile &file, const QString &password, std::stop_token stop)>;

@@ -13,12 +13,12 @@
 class OpenedDocument
 {
 public:
-    explicit OpenedDocument(const QByteArray &bytes)
+    explicit OpenedDocument(const QByteArray &bytes, const std::optional<std::string> &password = {})
         : m_descriptor(memfd_create("document", 0))
     {
         EXPECT_EQ(write(m_descriptor, bytes.constData(), size_t(bytes.size())), bytes.size());
         m_document = Document::create({m_descriptor, bytes.size()});
-        m_reply = m_document->open();
+        m_reply = m_document->open({kProtocolVersion, password});
     }
     ~OpenedDocument() { close(m_descriptor); }
     OpenedDocument(const OpenedDocument &) = delete;

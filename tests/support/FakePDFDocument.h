@@ -2,6 +2,7 @@
 
 #include "pdf/PDFDocument.h"
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <memory>
@@ -21,6 +22,14 @@ public:
     std::map<qint64, Error> failingPages;
     Result<PDFBitmap> picture = PDFBitmap{3, 4, QByteArray(3 * 4 * 3, '\x7f')};
     Result<void> restartAnswer;
+    /// Of every page.
+    PDFPageGeometry geometry = {QSizeF(612, 792), 0, {}, {}, {}, {}};
+    /// By the page's index.
+    std::map<qint64, PDFPageText> placedTexts;
+    std::vector<PDFOutlineItem> itsOutline;
+    /// Of every page.
+    QList<PDFLink> itsLinks;
+    PDFPageLabels itsPageLabels;
     /// Runs before a page is read.
     std::function<void(qint64 index)> onRead = [](qint64) {
     };
@@ -49,6 +58,30 @@ public:
         thumbnailRequest = {index, maxWidth, maxHeight};
         return picture ? picture : Result<PDFBitmap>(failed(picture.error()));
     }
+
+    Result<QList<std::optional<PDFPageGeometry>>> pageGeometries(qint64 first, qint64 count,
+                                                                 std::stop_token) override
+    {
+        QList<std::optional<PDFPageGeometry>> geometries;
+        for (qint64 index = first; index < std::min(first + count, pageCount()); ++index)
+            geometries.append(geometry);
+        return geometries;
+    }
+
+    Result<PDFPageText> placedText(qint64 index, std::stop_token) override
+    {
+        const auto placed = placedTexts.find(index);
+        return placed == placedTexts.end() ? PDFPageText() : placed->second;
+    }
+
+    Result<PDFPagePicture> draw(qint64, const PDFDrawing &drawing, std::stop_token) override
+    {
+        return PDFPagePicture(drawing.clip.width(), drawing.clip.height(), nullptr);
+    }
+
+    Result<std::vector<PDFOutlineItem>> outline(std::stop_token) override { return itsOutline; }
+    Result<QList<PDFLink>> links(qint64, std::stop_token) override { return itsLinks; }
+    Result<PDFPageLabels> pageLabels(std::stop_token) override { return itsPageLabels; }
 
     Result<void> restart(std::stop_token) override
     {

@@ -6,6 +6,14 @@
 #include <algorithm>
 #include <string>
 
+namespace
+{
+bool isUnclean(char32_t character)
+{
+    return isControl(character) || isBreakOrTab(character);
+}
+} // namespace
+
 bool isControl(char32_t character)
 {
     return character < 0x20 || (character >= 0x7f && character < 0xa0);
@@ -23,6 +31,12 @@ bool isBlank(char32_t character)
            (character >= 0x2000 && character <= 0x200a);
 }
 
+bool isDirectionMark(char32_t character)
+{
+    return character == 0x061c || character == 0x200e || character == 0x200f ||
+           (character >= 0x202a && character <= 0x202e) || (character >= 0x2066 && character <= 0x2069);
+}
+
 bool isCleanAttribute(std::string_view text)
 {
     if (!isValidUtf8(text))
@@ -30,9 +44,16 @@ bool isCleanAttribute(std::string_view text)
     const std::u32string characters = decodedUtf8(text);
     if (characters.empty())
         return true;
-    const auto isUnclean = [](char32_t c) {
-        return isControl(c) || isBreakOrTab(c);
-    };
     return characters.size() <= kMaxAttributeCharacters && !isBlank(characters.front()) &&
            !isBlank(characters.back()) && std::none_of(characters.begin(), characters.end(), isUnclean);
+}
+
+bool isCleanLabel(std::string_view text)
+{
+    if (!isValidUtf8(text))
+        return false;
+    const std::u32string characters = decodedUtf8(text);
+    return characters.size() <= kMaxLabelCharacters &&
+           std::none_of(characters.begin(), characters.end(),
+                        [](char32_t c) { return isUnclean(c) || isDirectionMark(c); });
 }

@@ -1,129 +1,13 @@
 #include "pdf/protocol/Messages.h"
 
-#include "pdf/protocol/CleanText.h"
+#include "pdf/protocol/Fields.h"
 #include "pdf/protocol/Limits.h"
-#include "pdf/protocol/Reader.h"
-#include "pdf/protocol/Writer.h"
 
 #include <algorithm>
 #include <type_traits>
 
 namespace
 {
-void write(Writer &out, const OpenRequest &message)
-{
-    out.number(message.version);
-}
-
-void write(Writer &out, const PageTextRequest &message)
-{
-    out.number(message.page);
-}
-
-void write(Writer &out, const ThumbnailRequest &message)
-{
-    out.number(message.page);
-    out.number(message.maxWidth);
-    out.number(message.maxHeight);
-}
-
-void write(Writer &out, const OpenedReply &message)
-{
-    out.number(message.version);
-    out.number(message.pageCount);
-    out.optionalText(message.title);
-    out.optionalText(message.author);
-}
-
-void write(Writer &out, const TextReply &message)
-{
-    out.text(message.text);
-}
-
-void write(Writer &out, const PictureReply &message)
-{
-    out.number(message.width);
-    out.number(message.height);
-    out.bytes(message.pixels);
-}
-
-void write(Writer &out, const FailedReply &message)
-{
-    out.number(static_cast<std::uint32_t>(message.failure));
-    out.text(message.reason);
-}
-
-void read(Reader &in, OpenRequest &message)
-{
-    message.version = in.number();
-}
-
-void read(Reader &in, PageTextRequest &message)
-{
-    message.page = in.number(kMaxPageCount - 1);
-}
-
-std::uint32_t readSide(Reader &in)
-{
-    const std::uint32_t side = in.number(kMaxThumbnailSide);
-    if (side == 0)
-        in.refuse();
-    return side;
-}
-
-void read(Reader &in, ThumbnailRequest &message)
-{
-    message.page = in.number(kMaxPageCount - 1);
-    message.maxWidth = readSide(in);
-    message.maxHeight = readSide(in);
-}
-
-std::optional<std::string> readAttribute(Reader &in)
-{
-    std::optional<std::string> text = in.optionalText(kMaxAttributeBytes);
-    if (text && !isCleanAttribute(*text))
-        in.refuse();
-    return text;
-}
-
-void read(Reader &in, OpenedReply &message)
-{
-    message.version = in.number();
-    message.pageCount = in.number(kMaxPageCount);
-    message.title = readAttribute(in);
-    message.author = readAttribute(in);
-}
-
-void read(Reader &in, TextReply &message)
-{
-    message.text = in.text(kMaxPageTextBytes);
-}
-
-/// Of a picture whose sides are at most `kMaxThumbnailSide`.
-std::uint32_t pictureBytes(std::uint32_t width, std::uint32_t height)
-{
-    return width * height * kBytesPerPixel;
-}
-
-void read(Reader &in, PictureReply &message)
-{
-    message.width = readSide(in);
-    message.height = readSide(in);
-    const std::span<const std::uint8_t> pixels = in.bytes(pictureBytes(kMaxThumbnailSide, kMaxThumbnailSide));
-    if (pixels.size() != pictureBytes(message.width, message.height))
-        in.refuse();
-    message.pixels.assign(pixels.begin(), pixels.end());
-}
-
-void read(Reader &in, FailedReply &message)
-{
-    const std::uint32_t failure = in.number(static_cast<std::uint32_t>(Failure::Unable));
-    if (failure == 0)
-        in.refuse();
-    message.failure = static_cast<Failure>(failure);
-    message.reason = in.text(kMaxReasonBytes);
-}
-
 std::uint32_t maxWantedBytes(const OpenRequest &)
 {
     return kMaxOpenedReplyBytes;
@@ -136,7 +20,37 @@ std::uint32_t maxWantedBytes(const PageTextRequest &)
 
 std::uint32_t maxWantedBytes(const ThumbnailRequest &request)
 {
-    return pictureBytes(request.maxWidth, request.maxHeight) + kMaxNumbersBytes;
+    return request.maxWidth * request.maxHeight * kBytesPerPixel + kMaxNumbersBytes;
+}
+
+std::uint32_t maxWantedBytes(const ShapesRequest &request)
+{
+    return request.count * kMaxShapeBytes + kMaxNumbersBytes;
+}
+
+std::uint32_t maxWantedBytes(const PlacedTextRequest &)
+{
+    return kMaxPlacedTextReplyBytes;
+}
+
+std::uint32_t maxWantedBytes(const DrawRequest &)
+{
+    return 0;
+}
+
+std::uint32_t maxWantedBytes(const OutlineRequest &)
+{
+    return kMaxOutlineReplyBytes;
+}
+
+std::uint32_t maxWantedBytes(const LinksRequest &)
+{
+    return kMaxLinksReplyBytes;
+}
+
+std::uint32_t maxWantedBytes(const PageLabelsRequest &)
+{
+    return kMaxPageLabelsReplyBytes;
 }
 
 template <typename Message>

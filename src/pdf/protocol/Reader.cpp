@@ -1,6 +1,10 @@
 #include "pdf/protocol/Reader.h"
 
+#include "pdf/protocol/Limits.h"
 #include "pdf/protocol/Utf8.h"
+
+#include <bit>
+#include <cmath>
 
 Reader::Reader(std::span<const std::uint8_t> bytes)
     : m_rest(bytes)
@@ -28,6 +32,15 @@ std::uint32_t Reader::number(std::uint32_t max)
         return 0;
     }
     return value;
+}
+
+float Reader::coordinate()
+{
+    const float value = std::bit_cast<float>(number());
+    if (std::abs(value) <= kMaxCoordinate) // not so for what is no number
+        return value;
+    refuse();
+    return 0;
 }
 
 std::span<const std::uint8_t> Reader::bytes(std::uint32_t maxBytes)

@@ -15,6 +15,8 @@ public:
 
     /// A number of at most `max`.
     std::uint32_t number(std::uint32_t max = UINT32_MAX);
+    /// A finite number of at most `kMaxCoordinate` either way.
+    float coordinate();
     /// A byte string of at most `maxBytes`; a view into the message.
     std::span<const std::uint8_t> bytes(std::uint32_t maxBytes);
     /// UTF-8 of at most `maxBytes`.
@@ -23,6 +25,8 @@ public:
 
     /// Notes that a value read does not make sense.
     void refuse();
+    /// Whether everything so far made sense.
+    bool isGood() const { return m_isGood; }
     /// Whether everything made sense and nothing is left over.
     bool isWhole() const { return m_isGood && m_rest.empty(); }
 

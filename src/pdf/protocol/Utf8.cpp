@@ -1,5 +1,6 @@
 #include "pdf/protocol/Utf8.h"
 
+#include <algorithm>
 #include <cstddef>
 
 namespace
@@ -90,6 +91,13 @@ void appendUtf8(std::string &text, char32_t character)
         append(0x80 | (character >> 6 & 0x3f));
     }
     append(0x80 | (character & 0x3f));
+}
+
+std::size_t characterCount(std::string_view text)
+{
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char byte) {
+        return !isContinuation(static_cast<unsigned char>(byte));
+    }));
 }
 
 std::u32string decodedUtf8(std::string_view text)

@@ -9,6 +9,9 @@ bool isValidUtf8(std::string_view text);
 /// Appends one character; what is no Unicode character becomes U+FFFD.
 void appendUtf8(std::string &text, char32_t character);
 
+/// The number of characters of valid UTF-8.
+std::size_t characterCount(std::string_view text);
+
 /// The characters of valid UTF-8.
 std::u32string decodedUtf8(std::string_view text);
 

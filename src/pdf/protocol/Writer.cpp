@@ -1,9 +1,16 @@
 #include "pdf/protocol/Writer.h"
 
+#include <bit>
+
 void Writer::number(std::uint32_t value)
 {
     m_bytes.resize(m_bytes.size() + sizeof value);
     replaceNumber(m_bytes.size() - sizeof value, value);
+}
+
+void Writer::coordinate(float value)
+{
+    number(std::bit_cast<std::uint32_t>(value));
 }
 
 void Writer::bytes(std::span<const std::uint8_t> bytes)

@@ -7,11 +7,13 @@
 #include <string_view>
 #include <vector>
 
-/// Bytes of a message under construction: numbers little-endian, texts and byte strings after their length.
+/// Bytes of a message under construction: numbers little-endian, coordinates as the bits of a
+/// 32-bit float, texts and byte strings after their length.
 class Writer
 {
 public:
     void number(std::uint32_t value);
+    void coordinate(float value);
     void bytes(std::span<const std::uint8_t> bytes);
     void text(std::string_view text);
     /// A number that says whether there is one, then the text.

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "engine/Guarded.h"
+#include "engine/Handles.h"
+
+/// The object that `find` answers, kept: MuPDF lends its objects, and a repair of the document on the way
+/// drops what it had read. Nothing when `find` fails or finds nothing.
+template <typename Find> ObjectHandle kept(fz_context *context, const Find &find)
+{
+    pdf_obj *object = nullptr;
+    (void)guarded(context, [&] { object = pdf_keep_obj(context, find()); });
+    return {object, {context}};
+}
+
+/// The dictionary in an entry of another one.
+inline ObjectHandle keptDictionary(fz_context *context, pdf_obj *dictionary, pdf_obj *key)
+{
+    return kept(context, [&] {
+        pdf_obj *entry = pdf_dict_get(context, dictionary, key);
+        return pdf_is_dict(context, entry) ? entry : nullptr;
+    });
+}
