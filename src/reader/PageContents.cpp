@@ -20,6 +20,16 @@ const PDFPageText *PageContents::text(qint64 page) const
     return found != m_pages.end() && found->second.text ? &*found->second.text : nullptr;
 }
 
+std::vector<qint64> PageContents::pagesWithText(PageRange among) const
+{
+    std::vector<qint64> pages;
+    for (auto page = m_pages.lower_bound(among.first); page != m_pages.end() && page->first <= among.last; ++page) {
+        if (page->second.text)
+            pages.push_back(page->first);
+    }
+    return pages;
+}
+
 void PageContents::setText(qint64 page, const PDFPageText &text)
 {
     std::optional<PDFPageText> &kept = m_pages[page].text;

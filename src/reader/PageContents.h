@@ -7,6 +7,7 @@
 #include <QList>
 #include <map>
 #include <optional>
+#include <vector>
 
 /// Bytes of page texts kept, with the boxes of their characters. Chosen: about a hundred dense pages.
 inline constexpr qsizetype kPageTextBytes = 16 * 1024 * 1024;
@@ -19,6 +20,8 @@ public:
 
     /// Null when it is not there. Valid until the page is forgotten.
     const PDFPageText *text(qint64 page) const;
+    /// Of which there is a text, in their order.
+    std::vector<qint64> pagesWithText(PageRange among) const;
     void setText(qint64 page, const PDFPageText &text);
     const QList<PDFLink> *links(qint64 page) const;
     void setLinks(qint64 page, const QList<PDFLink> &links);

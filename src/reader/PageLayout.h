@@ -2,7 +2,7 @@
 
 #include <QRectF>
 #include <QSizeF>
-#include <QtTypes>
+#include <QtGlobal>
 #include <map>
 #include <optional>
 #include <vector>

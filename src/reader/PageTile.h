@@ -2,7 +2,7 @@
 
 #include <QRect>
 #include <QSizeF>
-#include <QtTypes>
+#include <QtGlobal>
 #include <vector>
 
 /// How a page is drawn.

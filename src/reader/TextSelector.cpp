@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-TextSelector::TextSelector(FindText findText)
-    : m_findText(std::move(findText))
+TextSelector::TextSelector(const PageContents &contents)
+    : m_contents(contents)
 {
 }
 
@@ -64,7 +64,7 @@ QList<QRectF> TextSelector::rectanglesOn(qint64 page) const
 {
     if (m_given)
         return m_given->lineRectangles(page);
-    const PDFPageText *text = m_findText(page);
+    const PDFPageText *text = m_contents.text(page);
     return text ? text->lineRectangles(rangeOn(page, *text)) : QList<QRectF>();
 }
 
@@ -73,10 +73,9 @@ std::optional<PDFSelection> TextSelector::selection() const
     if (m_given)
         return m_given;
     PDFSelection selected;
-    const PageRange range = pages();
-    for (qint64 page = range.first; page <= range.last; ++page) {
-        if (const PDFPageText *text = m_findText(page))
-            selected.add(PDFSelection(page, *text, rangeOn(page, *text)));
+    for (const qint64 page : m_contents.pagesWithText(pages())) {
+        const PDFPageText &text = *m_contents.text(page);
+        selected.add(PDFSelection(page, text, rangeOn(page, text)));
     }
     return selected.isEmpty() ? std::nullopt : std::optional(selected);
 }

@@ -1,9 +1,8 @@
 #pragma once
 
 #include "pdf/PDFSelection.h"
-#include "reader/PageLayout.h"
+#include "reader/PageContents.h"
 
-#include <functional>
 #include <optional>
 
 /// What of a document's text is selected: by hand, from one point to another, or given. Points are of a page,
@@ -12,9 +11,8 @@
 class TextSelector
 {
 public:
-    /// The text of a page; null while it is not there.
-    using FindText = std::function<const PDFPageText *(qint64 page)>;
-    explicit TextSelector(FindText findText);
+    /// `contents` has the texts, and outlives the selector.
+    explicit TextSelector(const PageContents &contents);
 
     struct Place {
         qint64 page = 0;
@@ -54,7 +52,7 @@ private:
 
     static PDFTextRange rangeIn(const Span &span, qint64 page, const PDFPageText &text);
 
-    FindText m_findText;
+    const PageContents &m_contents;
     std::optional<Span> m_span;
     std::optional<PDFSelection> m_given;
 };
