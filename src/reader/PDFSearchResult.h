@@ -8,4 +8,6 @@ struct PDFSearchResult {
     QUuid id; ///< new for every hit
     QString snippet;
     qint64 pageIndex = 0; ///< 0-based
+
+    friend bool operator==(const PDFSearchResult &, const PDFSearchResult &) = default;
 };
