@@ -6,7 +6,8 @@
 namespace
 {
 /// `result` as one of the answers, changed by `convert`.
-template <typename T, typename Convert> Result<PageAnswer> answerFrom(const Result<T> &result, Convert convert)
+template <typename T, typename Convert>
+Result<PageAnswer> answerFrom(const Result<T> &result, Convert convert)
 {
     if (!result)
         return result.error();
@@ -63,21 +64,26 @@ void DocumentPages::ask(const PlannedJob &planned, std::stop_token stop, Answere
     const PageJob &job = planned.job;
     switch (job.kind) {
     case PageJob::Kind::Sizes:
-        return pass(planned, stop, std::move(answered), [job](PDFDocument &document, std::stop_token itsStop) {
-            return answerFrom(document.pageGeometries(job.page, PageLayout::kBlockPages, itsStop), sizesOf);
-        });
+        return pass(planned, stop, std::move(answered),
+                    [job](PDFDocument &document, std::stop_token itsStop) {
+                        return answerFrom(document.pageGeometries(job.page, PageLayout::kBlockPages, itsStop),
+                                          sizesOf);
+                    });
     case PageJob::Kind::Picture:
-        return pass(planned, stop, std::move(answered), [job](PDFDocument &document, std::stop_token itsStop) {
-            return answerFrom(document.draw(job.page, drawingOf(job.tile), itsStop), imageOf);
-        });
+        return pass(planned, stop, std::move(answered),
+                    [job](PDFDocument &document, std::stop_token itsStop) {
+                        return answerFrom(document.draw(job.page, drawingOf(job.tile), itsStop), imageOf);
+                    });
     case PageJob::Kind::Text:
-        return pass(planned, stop, std::move(answered), [job](PDFDocument &document, std::stop_token itsStop) {
-            return answerFrom(document.placedText(job.page, itsStop), unchanged<PDFPageText>);
-        });
+        return pass(planned, stop, std::move(answered),
+                    [job](PDFDocument &document, std::stop_token itsStop) {
+                        return answerFrom(document.placedText(job.page, itsStop), unchanged<PDFPageText>);
+                    });
     case PageJob::Kind::Links:
-        return pass(planned, stop, std::move(answered), [job](PDFDocument &document, std::stop_token itsStop) {
-            return answerFrom(document.links(job.page, itsStop), unchanged<QList<PDFLink>>);
-        });
+        return pass(planned, stop, std::move(answered),
+                    [job](PDFDocument &document, std::stop_token itsStop) {
+                        return answerFrom(document.links(job.page, itsStop), unchanged<QList<PDFLink>>);
+                    });
     }
 }
 

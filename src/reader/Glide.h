@@ -14,6 +14,8 @@ public:
 
     void start(QPointF from, QPointF to, Time now);
     void stop() { m_isMoving = false; }
+    /// What it moves over has moved itself.
+    void shift(QPointF by);
     bool isMoving() const { return m_isMoving; }
     QPointF target() const { return m_to; }
     /// Where it is at `now`; at rest from the end on.

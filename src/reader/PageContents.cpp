@@ -23,7 +23,8 @@ const PDFPageText *PageContents::text(qint64 page) const
 std::vector<qint64> PageContents::pagesWithText(PageRange among) const
 {
     std::vector<qint64> pages;
-    for (auto page = m_pages.lower_bound(among.first); page != m_pages.end() && page->first <= among.last; ++page) {
+    for (auto page = m_pages.lower_bound(among.first); page != m_pages.end() && page->first <= among.last;
+         ++page) {
         if (page->second.text)
             pages.push_back(page->first);
     }

@@ -41,10 +41,8 @@ private:
     /// Pixels of the screen, to which every page is aligned so that its picture is not resampled.
     QRect screenRect(qint64 page) const;
     void paintEdge(const QRect &page, const PageColors &colors);
-    void paintPictures(qint64 page, const PageStyle &style, const QRect &onScreen);
-    void paintStandIns(qint64 page, const PageStyle &style, const QRect &onScreen);
+    void paintPicture(const PageTile &tile, const QImage &picture, const QRect &page);
     void paintFailure(const QRect &page, const PageColors &colors);
-    bool isSharpAndWhole(const std::vector<PageTile> &tiles);
 
     QPainter &m_painter;
     const Viewpoint &m_view;

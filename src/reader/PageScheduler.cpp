@@ -89,12 +89,12 @@ void PageScheduler::start(const PlannedJob &planned)
 {
     const int id = m_nextId++;
     const Running &running = m_running.emplace(id, Running{planned, {}}).first->second;
-    m_source.ask(planned, running.stop.get_token(),
-                 [this, id, job = planned.job,
-                  alive = std::weak_ptr<const bool>(m_alive)](Result<PageAnswer> answer) {
-                     if (!alive.expired())
-                         finish(id, job, std::move(answer));
-                 });
+    m_source.ask(
+        planned, running.stop.get_token(),
+        [this, id, job = planned.job, alive = std::weak_ptr<const bool>(m_alive)](Result<PageAnswer> answer) {
+            if (!alive.expired())
+                finish(id, job, std::move(answer));
+        });
 }
 
 // A job that was stopped too late has an answer all the same.

@@ -34,8 +34,8 @@ void PageStock::fetch(const Need &need)
     if (!m_scheduler)
         return;
     m_contents.forgetBeyond(need.viewpoint.visiblePages());
-    m_scheduler->setPlan(planReading(
-        {need.viewpoint, need.pixelRatio, need.isDark, need.selected, m_cache, m_contents}));
+    m_scheduler->setPlan(
+        planReading({need.viewpoint, need.pixelRatio, need.isDark, need.selected, m_cache, m_contents}));
 }
 
 bool PageStock::hasFailed(const PageTile &tile) const

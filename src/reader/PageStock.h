@@ -30,6 +30,7 @@ public:
     void fetch(const Need &need);
 
     PageCache &cache() { return m_cache; }
+    const PageCache &cache() const { return m_cache; }
     const PageContents &contents() const { return m_contents; }
     /// Whether `tile` cannot be drawn.
     bool hasFailed(const PageTile &tile) const;

@@ -32,7 +32,9 @@ std::vector<PageTile> tilesOf(qint64 page, QSizeF size, const PageStyle &style, 
     if (qint64(whole.width()) * whole.height() <= kWholePagePixels)
         return {{page, style, whole}};
     std::vector<PageTile> tiles;
-    const auto startOf = [](int at, int side) { return at / side * side; };
+    const auto startOf = [](int at, int side) {
+        return at / side * side;
+    };
     for (int y = startOf(covered.top(), kTileSize.height()); y <= covered.bottom(); y += kTileSize.height()) {
         for (int x = startOf(covered.left(), kTileSize.width()); x <= covered.right(); x += kTileSize.width())
             tiles.push_back({page, style, QRect(QPoint(x, y), kTileSize).intersected(whole)});

@@ -26,7 +26,8 @@ public:
         addContents(visible, true);
         addPictures(around, frame.translated(0, frame.height()), false);
         addPictures(around, frame.translated(0, -frame.height()), false);
-        addSizes({around.first - PageLayout::kBlockPages / 2, around.last + PageLayout::kBlockPages / 2}, false);
+        addSizes({around.first - PageLayout::kBlockPages / 2, around.last + PageLayout::kBlockPages / 2},
+                 false);
         addTexts({m_state.selected.first,
                   std::min(m_state.selected.last, m_state.selected.first + kMostSelectedPages - 1)});
         return std::move(m_jobs);
@@ -86,7 +87,9 @@ private:
 
     void add(const PageJob &job, bool isVisible)
     {
-        const auto isSame = [&job](const PlannedJob &planned) { return planned.job == job; };
+        const auto isSame = [&job](const PlannedJob &planned) {
+            return planned.job == job;
+        };
         if (std::none_of(m_jobs.begin(), m_jobs.end(), isSame))
             m_jobs.push_back({job, isVisible});
     }

@@ -21,9 +21,8 @@ void Viewpoint::reset(qint64 pageCount)
     m_layout = PageLayout(pageCount);
     m_layout.setTurns(turns);
     m_fittedPage = 0;
-    m_offset = {};
     refit();
-    clamp();
+    moveTo({});
 }
 
 void Viewpoint::setViewport(QSizeF size)
@@ -37,15 +36,16 @@ void Viewpoint::setViewport(QSizeF size)
 
 void Viewpoint::learn(qint64 first, const std::vector<std::optional<QSizeF>> &sizes)
 {
-    const QPointF middleOfTop(m_viewport.width() / 2, 0);
-    const PDFPosition top = positionAt(middleOfTop);
+    const qint64 page = currentPage().value_or(0);
+    const QPointF topOfPage(m_viewport.width() / 2, std::max(pageRect(page).top(), 0.0));
+    const PDFPosition kept = {page, pageTransform(page).inverted().map(topOfPage)};
     const bool wasFitToAGuess = !m_layout.isKnown(m_fittedPage);
     m_layout.learn(first, sizes);
     if (wasFitToAGuess) {
-        m_fittedPage = currentPage().value_or(0);
+        m_fittedPage = page;
         refit();
     }
-    place(top, middleOfTop);
+    place(kept, topOfPage);
 }
 
 void Viewpoint::setTurns(int turns)
@@ -65,7 +65,7 @@ void Viewpoint::setFit(Fit fit)
     m_fittedPage = currentPage().value_or(0);
     refit();
     if (fit == Fit::Page)
-        place({m_fittedPage, {}}, {pageRect(m_fittedPage).left(), PageLayout::kGap});
+        jumpToPage(m_fittedPage);
     else
         place(top, middleOfTop);
 }
@@ -90,10 +90,11 @@ QRectF Viewpoint::offsets() const
     return places;
 }
 
-void Viewpoint::moveTo(QPointF offset)
+QPointF Viewpoint::clamped(QPointF offset) const
 {
-    m_offset = offset;
-    clamp();
+    const QRectF places = offsets();
+    return {std::clamp(offset.x(), places.left(), places.right()),
+            std::clamp(offset.y(), places.top(), places.bottom())};
 }
 
 PDFPosition Viewpoint::positionAt(QPointF where) const
@@ -108,15 +109,21 @@ void Viewpoint::place(const PDFPosition &position, QPointF where)
 {
     if (m_layout.pageCount() == 0)
         return;
-    const qint64 page = std::clamp<qint64>(position.pageIndex, 0, m_layout.pageCount() - 1);
-    moveTo(m_offset + pageTransform(page).map(position.point) - where);
+    moveTo(m_offset + pageTransform(nearestPage(position.pageIndex)).map(position.point) - where);
 }
 
 void Viewpoint::jump(const PDFPosition &position, QPointF where)
 {
-    m_fittedPage = std::clamp<qint64>(position.pageIndex, 0, std::max<qint64>(m_layout.pageCount() - 1, 0));
+    m_fittedPage = nearestPage(position.pageIndex);
     refit();
     place(position, where);
+}
+
+void Viewpoint::jumpToPage(qint64 page)
+{
+    m_fittedPage = nearestPage(page);
+    refit();
+    moveTo({m_offset.x(), m_layout.rect(m_fittedPage, m_scale).top() - PageLayout::kGap});
 }
 
 PageRange Viewpoint::visiblePages() const
@@ -165,6 +172,11 @@ QTransform Viewpoint::pageTransform(qint64 page) const
     return transform;
 }
 
+qint64 Viewpoint::nearestPage(qint64 page) const
+{
+    return std::clamp<qint64>(page, 0, std::max<qint64>(m_layout.pageCount() - 1, 0));
+}
+
 void Viewpoint::refit()
 {
     if (m_fit == Fit::None || m_layout.pageCount() == 0 || m_viewport.isEmpty())
@@ -175,11 +187,4 @@ void Viewpoint::refit()
     m_scale = width / page.width();
     if (m_fit == Fit::Page)
         m_scale = std::min(m_scale, height / page.height());
-}
-
-void Viewpoint::clamp()
-{
-    const QRectF places = offsets();
-    m_offset.setX(std::clamp(m_offset.x(), places.left(), places.right()));
-    m_offset.setY(std::clamp(m_offset.y(), places.top(), places.bottom()));
 }

@@ -39,14 +39,18 @@ public:
     QPointF offset() const { return m_offset; }
     /// The places that `offset` can take.
     QRectF offsets() const;
-    void moveTo(QPointF offset);
+    /// The place nearest to `offset`.
+    QPointF clamped(QPointF offset) const;
+    void moveTo(QPointF offset) { m_offset = clamped(offset); }
 
     /// Which point of which page lies at `where`; beside the pages it is one of the page that is nearest.
     PDFPosition positionAt(QPointF where) const;
     /// Moves so that `position` comes to lie at `where`, or as near as the edges of the flow allow.
     void place(const PDFPosition &position, QPointF where);
-    /// As for a jump: fits the page of `position` first.
+    /// As `place`, for a jump: fits the page of `position` first.
     void jump(const PDFPosition &position, QPointF where);
+    /// Fits a page and shows its top.
+    void jumpToPage(qint64 page);
 
     PageRange visiblePages() const;
     /// Those that come to be visible when one scrolls a viewport's height up or down.
@@ -60,8 +64,8 @@ public:
     QTransform pageTransform(qint64 page) const;
 
 private:
+    qint64 nearestPage(qint64 page) const;
     void refit();
-    void clamp();
 
     PageLayout m_layout;
     QSizeF m_viewport;
