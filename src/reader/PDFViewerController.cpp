@@ -56,6 +56,7 @@ void PDFViewerController::observeView()
 void PDFViewerController::setRequest(const PDFOpenRequest &request)
 {
     m_request = request;
+    isInLibrary = isOnPaper();
     if (request.searchText && !request.searchText->isEmpty())
         searchText = *request.searchText;
     m_searchDebounce.reset();

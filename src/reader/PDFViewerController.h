@@ -53,6 +53,7 @@ public:
     QProperty<QString> searchText; ///< a different value searches, after a pause
     QProperty<QList<PDFSearchResult>> searchResults;
     QProperty<bool> isSearching;
+    QProperty<bool> isInLibrary; ///< only papers of the library can be searched and bookmarked
     QProperty<bool> hasSelection;
     QProperty<qint64> currentPage{1}; ///< 1-based
     QProperty<qint64> pageCount{0};   ///< as the document claims
@@ -75,6 +76,8 @@ public:
 
     /// Searches for `searchText` now. Without a paper of the library there is nothing to be found.
     QCoro::Task<> performSearch();
+    /// Return in the search field: searches at once for what was typed, or else goes to the next hit.
+    void submitSearch();
     /// Shows a passage on a 1-based page, lit when it is found, else the page.
     QCoro::Task<> highlight(QString text, qint64 pageNumber);
     /// Shows a hit, which becomes the current one. Without such a hit nothing happens.

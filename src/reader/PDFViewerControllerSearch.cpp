@@ -24,7 +24,20 @@ int indexOfFirst(const QList<PDFSearchResult> &hits, const std::function<bool(co
 
 void PDFViewerController::scheduleSearch()
 {
-    m_searchDebounce = m_with.clock.callAfter(kSearchPause, [this] { performSearch(); });
+    m_searchDebounce = m_with.clock.callAfter(kSearchPause, [this] {
+        m_searchDebounce.reset();
+        performSearch();
+    });
+}
+
+void PDFViewerController::submitSearch()
+{
+    if (!m_searchDebounce) {
+        goToNextHit();
+        return;
+    }
+    m_searchDebounce.reset();
+    performSearch();
 }
 
 QCoro::Task<> PDFViewerController::performSearch()
