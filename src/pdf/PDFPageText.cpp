@@ -200,7 +200,7 @@ PDFTextRange PDFPageText::unitAt(qsizetype index, PDFTextUnit unit) const
 PDFTextRange PDFPageText::rangeBetween(QPointF from, QPointF to, PDFTextUnit unit) const
 {
     if (unit == PDFTextUnit::Character) {
-        const auto [start, end] = std::minmax(caretAt(from), caretAt(to));
+        const auto [start, end] = std::minmax({caretAt(from), caretAt(to)});
         return {start, end};
     }
     const std::optional<qsizetype> first = nearestCharacter(from);
