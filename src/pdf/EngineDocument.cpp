@@ -2,6 +2,7 @@
 
 #include "pdf/EngineAnswers.h"
 #include "pdf/EngineProgram.h"
+#include "pdf/EngineRequests.h"
 #include "pdf/MemoryFile.h"
 #include "pdf/protocol/Limits.h"
 #include "platform/InputFile.h"
@@ -38,49 +39,9 @@ std::optional<QString> optionalText(const std::optional<std::string> &text)
     return text ? std::optional(QString::fromStdString(*text)) : std::nullopt;
 }
 
-std::optional<std::uint32_t> pageNumber(qint64 index)
-{
-    if (index < 0 || index >= qint64(kMaxPageCount))
-        return std::nullopt;
-    return std::uint32_t(index);
-}
-
 Error noSuchPage()
 {
     return pdfError(PDFErrorCode::PageUnavailable, QStringLiteral("there is no such page"));
-}
-
-std::uint32_t pixels(int side)
-{
-    return std::uint32_t(qBound(1, side, int(kMaxThumbnailSide)));
-}
-
-std::uint32_t turnsOf(int degrees)
-{
-    return std::uint32_t((degrees / 90 % 4 + 4) % 4);
-}
-
-/// Nothing for a drawing that is too large or makes no sense.
-std::optional<DrawRequest> requestFor(std::uint32_t page, const PDFDrawing &drawing)
-{
-    const QRect &clip = drawing.clip;
-    const auto isWithin = [](int value, int least) {
-        return value >= least && value <= int(kMaxDrawingExtent);
-    };
-    const bool isSound = drawing.scale > 0 && drawing.scale <= double(kMaxDrawingScale) &&
-                         isWithin(clip.x(), 0) && isWithin(clip.y(), 0) && isWithin(clip.width(), 1) &&
-                         isWithin(clip.height(), 1) &&
-                         qint64(clip.width()) * clip.height() <= qint64(kMaxDrawingPixels);
-    if (!isSound)
-        return std::nullopt;
-    return DrawRequest{page,
-                       float(drawing.scale),
-                       turnsOf(drawing.rotation),
-                       drawing.isDark ? 1u : 0u,
-                       std::uint32_t(clip.x()),
-                       std::uint32_t(clip.y()),
-                       std::uint32_t(clip.width()),
-                       std::uint32_t(clip.height())};
 }
 
 Error noMemory()
@@ -88,13 +49,6 @@ Error noMemory()
     return pdfError(PDFErrorCode::PageUnavailable, QString::fromLocal8Bit(std::strerror(errno)));
 }
 
-/// Nothing for what cannot be a password.
-std::optional<std::string> passwordBytes(const QString &password)
-{
-    if (password.contains(u'\0') || password.toUtf8().size() > qsizetype(kMaxPasswordBytes))
-        return std::nullopt;
-    return password.toStdString();
-}
 } // namespace
 
 Result<std::unique_ptr<PDFDocument>> EngineDocument::open(const InputFile &file, const EngineOptions &options,
@@ -121,18 +75,15 @@ Result<void> EngineDocument::start(std::stop_token stop)
 {
     if (stop.stop_requested())
         return cancelledError();
-    OpenRequest request = {kProtocolVersion, std::nullopt};
-    if (m_options.password) {
-        request.password = passwordBytes(*m_options.password);
-        if (!request.password)
-            return pdfError(PDFErrorCode::WrongPassword);
-    }
+    const std::optional<OpenRequest> request = openRequest(m_options.password);
+    if (!request)
+        return pdfError(PDFErrorCode::WrongPassword);
     Result<EngineProcess> process = EngineProcess::start(m_options.program, m_file.get());
     if (!process)
         return process.error();
     m_connection = EngineConnection(*std::move(process), m_options.deadlines.grace);
     const Result<OpenedReply> opened =
-        ask<OpenedReply>(request, m_options.deadlines.open, stop, m_connection.stopMemory());
+        ask<OpenedReply>(*request, m_options.deadlines.open, stop, m_connection.stopMemory());
     if (!opened) {
         m_connection = EngineConnection(); // an engine without its document is of no use
         return opened.error();
@@ -183,7 +134,7 @@ Result<PDFBitmap> EngineDocument::thumbnail(qint64 index, int maxWidth, int maxH
     const std::optional<std::uint32_t> page = pageNumber(index);
     if (!page)
         return noSuchPage();
-    const ThumbnailRequest request = {*page, pixels(maxWidth), pixels(maxHeight)};
+    const ThumbnailRequest request = thumbnailRequest(*page, maxWidth, maxHeight);
     const Result<PictureReply> reply = ask<PictureReply>(request, m_options.deadlines.thumbnail, stop);
     if (!reply)
         return reply.error();
@@ -227,7 +178,7 @@ Result<PDFPagePicture> EngineDocument::draw(qint64 index, const PDFDrawing &draw
     const std::optional<std::uint32_t> page = pageNumber(index);
     if (!page)
         return noSuchPage();
-    const std::optional<DrawRequest> request = requestFor(*page, drawing);
+    const std::optional<DrawRequest> request = drawRequest(*page, drawing);
     if (!request)
         return pdfError(PDFErrorCode::PageUnavailable, QStringLiteral("it would be drawn too large"));
     const std::size_t bytes = std::size_t(request->width) * request->height * kBytesPerDrawnPixel;

@@ -3,13 +3,10 @@
 #include <QTextBoundaryFinder>
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace
 {
-// How much further a step up or down counts than one along the line, when the nearest text is looked for.
-// Chosen: beside the end of a short line, the long one above it must not be nearer.
-constexpr double kAcrossWeight = 8;
-
 double gap(double first, double last, double value)
 {
     return std::max({first - value, value - last, 0.0});
@@ -17,8 +14,7 @@ double gap(double first, double last, double value)
 
 double distance(const QRectF &box, QPointF point)
 {
-    return std::hypot(gap(box.left(), box.right(), point.x()),
-                      kAcrossWeight * gap(box.top(), box.bottom(), point.y()));
+    return std::hypot(gap(box.left(), box.right(), point.x()), gap(box.top(), box.bottom(), point.y()));
 }
 
 /// Characters without width have boxes too, which QRectF takes for nothing when it unites.
@@ -111,13 +107,11 @@ std::optional<qsizetype> PDFPageText::characterAt(QPointF point) const
     return found;
 }
 
-std::optional<qsizetype> PDFPageText::nearestCharacter(QPointF point) const
+std::optional<qsizetype> PDFPageText::nearestIn(PDFTextRange range, QPointF point) const
 {
-    if (const std::optional<qsizetype> hit = characterAt(point))
-        return hit;
     std::optional<qsizetype> found;
     double nearest = 0;
-    for (qsizetype i = 0; i < m_boxes.size(); ++i) {
+    for (qsizetype i = range.start; i < range.end; ++i) {
         if (m_boxes[i].isNull())
             continue;
         const double away = distance(m_boxes[i], point);
@@ -127,6 +121,33 @@ std::optional<qsizetype> PDFPageText::nearestCharacter(QPointF point) const
         }
     }
     return found;
+}
+
+PDFTextRange PDFPageText::lineBeside(PDFTextRange line, QPointF point) const
+{
+    const QRectF column = bounds(line);
+    PDFTextRange found = line;
+    double nearest = std::numeric_limits<double>::infinity();
+    for (qsizetype start = 0; start < m_text.size();) {
+        const PDFTextRange other = lineAt(start);
+        const QRectF box = bounds(other);
+        const double away = std::abs(box.center().y() - point.y());
+        const bool isBeside = !box.isNull() && box.top() <= point.y() && point.y() <= box.bottom();
+        if (isBeside && box.left() <= column.right() && column.left() <= box.right() && away < nearest) {
+            found = other;
+            nearest = away;
+        }
+        start = other.end + 1;
+    }
+    return found;
+}
+
+std::optional<qsizetype> PDFPageText::nearestCharacter(QPointF point) const
+{
+    if (const std::optional<qsizetype> hit = characterAt(point))
+        return hit;
+    const std::optional<qsizetype> nearest = nearestIn({0, m_text.size()}, point);
+    return nearest ? nearestIn(lineBeside(lineAt(*nearest), point), point) : nearest;
 }
 
 qsizetype PDFPageText::characterStart(qsizetype index) const

@@ -45,8 +45,8 @@ public:
 
     /// The character whose box holds a point of the page.
     std::optional<qsizetype> characterAt(QPointF point) const;
-    /// The character nearest to a point, one of the same line before a nearer one of another; nothing on a
-    /// page without text.
+    /// The character nearest to a point, but one in the line beside the point before any other of that
+    /// column; nothing on a page without text.
     std::optional<qsizetype> nearestCharacter(QPointF point) const;
     /// The place between two characters nearest to a point: the index of the one behind it.
     qsizetype caretAt(QPointF point) const;
@@ -61,6 +61,9 @@ public:
     friend bool operator==(const PDFPageText &, const PDFPageText &) = default;
 
 private:
+    std::optional<qsizetype> nearestIn(PDFTextRange range, QPointF point) const;
+    /// The line of the same column as `line` that stands as high as a point; `line` itself when none does.
+    PDFTextRange lineBeside(PDFTextRange line, QPointF point) const;
     PDFTextRange unitAt(qsizetype index, PDFTextUnit unit) const;
     /// The end of the character that starts at `index`: two units further for a surrogate pair.
     qsizetype characterEnd(qsizetype index) const;

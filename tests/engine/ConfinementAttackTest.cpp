@@ -79,6 +79,24 @@ long makeMemoryExecutable()
     return mprotect(memory, 4096, PROT_READ | PROT_EXEC);
 }
 
+long sendDocumentAway()
+{
+    alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof(int))> control = {};
+    char byte = 0;
+    iovec part = {&byte, 1};
+    msghdr message = {};
+    message.msg_iov = &part;
+    message.msg_iovlen = 1;
+    message.msg_control = control.data();
+    message.msg_controllen = control.size();
+    cmsghdr *beside = CMSG_FIRSTHDR(&message);
+    beside->cmsg_level = SOL_SOCKET;
+    beside->cmsg_type = SCM_RIGHTS;
+    beside->cmsg_len = CMSG_LEN(sizeof(int));
+    std::memcpy(CMSG_DATA(beside), &kDocumentDescriptor, sizeof kDocumentDescriptor);
+    return sendmsg(kSocketDescriptor, &message, MSG_NOSIGNAL);
+}
+
 long raiseLimit()
 {
     rlimit limit = {RLIM_INFINITY, RLIM_INFINITY};
@@ -157,6 +175,19 @@ const std::array kAttempts = {
     Attempt{"make a memory file",
             [] {
                 return long(memfd_create("x", 0));
+            }},
+    Attempt{"send a descriptor away", sendDocumentAway},
+    Attempt{"double a descriptor",
+            [] {
+                return long(dup(kDocumentDescriptor));
+            }},
+    Attempt{"close its socket",
+            [] {
+                return long(close(kSocketDescriptor));
+            }},
+    Attempt{"seal or unseal memory",
+            [] {
+                return long(fcntl(kDocumentDescriptor, F_ADD_SEALS, F_SEAL_WRITE));
             }},
     Attempt{"raise its limits", raiseLimit},
     Attempt{"allow core dumps again",

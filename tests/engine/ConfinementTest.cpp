@@ -109,7 +109,7 @@ TEST(Confinement, LimitsWhatTheProcessMayUse)
     EXPECT_THAT(process.limits(), saysLimit("core file size", "0"));
     EXPECT_THAT(process.limits(), saysLimit("file size", "0"));
     EXPECT_THAT(process.limits(), saysLimit("processes", "0"));
-    EXPECT_THAT(process.limits(), saysLimit("open files", "5"));
+    EXPECT_THAT(process.limits(), saysLimit("open files", "6"));
     EXPECT_THAT(process.limits(), saysLimit("address space", SANITIZED ? "unlimited" : "2147483648"));
 }
 

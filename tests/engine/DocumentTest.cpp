@@ -44,6 +44,23 @@ TEST(Document, AsksForAPasswordBeforeAnythingElse)
     EXPECT_EQ(document.failed().failure, Failure::NeedsPassword);
 }
 
+TEST(Document, OpensWithThePasswordEntered)
+{
+    const QByteArray locked =
+        PdfBuilder().title("Hidden").page({QStringLiteral("Word")}).lock(PdfLock::NeedsPassword).build();
+    OpenedDocument document(locked, PdfBuilder::kPassword);
+    EXPECT_EQ(document.opened().title, "Hidden");
+    EXPECT_EQ(document.text(), "Word\n");
+    EXPECT_EQ(OpenedDocument(locked, "simsim").failed().failure, Failure::WrongPassword);
+    EXPECT_EQ(OpenedDocument(locked, "").failed().failure, Failure::WrongPassword);
+}
+
+TEST(Document, NeedsNoPasswordWhereNothingIsLocked)
+{
+    OpenedDocument document(oneWord(), "anything");
+    EXPECT_EQ(document.text(), "Word\n");
+}
+
 TEST(Document, TellsWhatIsNotAPdfFromADamagedOne)
 {
     EXPECT_EQ(OpenedDocument("").failed(), (FailedReply{Failure::NotAPDF, "the file is empty"}));

@@ -18,7 +18,7 @@ public:
     {
         EXPECT_EQ(write(m_descriptor, bytes.constData(), size_t(bytes.size())), bytes.size());
         m_document = Document::create({m_descriptor, bytes.size()});
-        m_reply = m_document->open({kProtocolVersion, password});
+        m_reply = m_document->open({0, password});
     }
     ~OpenedDocument() { close(m_descriptor); }
     OpenedDocument(const OpenedDocument &) = delete;
@@ -30,6 +30,25 @@ public:
 
     Reply textReply(std::uint32_t page) { return m_document->pageText({page}); }
     std::string text(std::uint32_t page = 0) { return std::get<TextReply>(textReply(page)).text; }
+    PlacedTextReply placedText(std::uint32_t page = 0)
+    {
+        return std::get<PlacedTextReply>(m_document->placedText({page}));
+    }
+    ShapesReply shapes(std::uint32_t firstPage, std::uint32_t count)
+    {
+        return std::get<ShapesReply>(m_document->shapes({firstPage, count}));
+    }
+    PageShape shape(std::uint32_t page = 0) { return shapes(page, 1).shapes.at(0).value(); }
+    std::vector<OutlineEntry> outline() { return std::get<OutlineReply>(m_document->outline()).entries; }
+    std::vector<LinkEntry> links(std::uint32_t page = 0)
+    {
+        return std::get<LinksReply>(m_document->links({page})).links;
+    }
+    std::vector<LabelRange> pageLabels()
+    {
+        return std::get<PageLabelsReply>(m_document->pageLabels()).ranges;
+    }
+    Document &document() { return *m_document; }
     PictureReply thumbnail(std::uint32_t maxWidth, std::uint32_t maxHeight, std::uint32_t page = 0)
     {
         return std::get<PictureReply>(m_document->thumbnail({page, maxWidth, maxHeight}));

@@ -92,7 +92,7 @@ TEST(EngineConfinement, LimitsTheEngine)
     EXPECT_THAT(limits, testing::ContainsRegex("Max core file size +0 +0 "));
     EXPECT_THAT(limits, testing::ContainsRegex("Max file size +0 +0 "));
     EXPECT_THAT(limits, testing::ContainsRegex("Max processes +0 +0 "));
-    EXPECT_THAT(limits, testing::ContainsRegex("Max open files +5 +5 "));
+    EXPECT_THAT(limits, testing::ContainsRegex("Max open files +6 +6 "));
 }
 
 TEST(EngineConfinement, DocumentsNestedWithoutMeasureDoNotEndTheEngine)

@@ -101,7 +101,7 @@ TEST(EngineDocument, AnEngineThatEndsIsAnError)
 TEST(EngineDocument, AnEngineThatHangsIsEndedAtTheDeadline)
 {
     const FakeEngine engine({});
-    const OpenResult result = oneWord().open(engine.program(), {.open = 1ms});
+    const OpenResult result = oneWord().open(engine.program(), {.open = 1ms, .grace = 1ms});
     EXPECT_EQ(codeOf(result.error()), PDFErrorCode::DeadlineExceeded);
     EXPECT_FALSE(hasChildren());
 }
@@ -109,7 +109,7 @@ TEST(EngineDocument, AnEngineThatHangsIsEndedAtTheDeadline)
 TEST(EngineDocument, HalfAReplyHangsToo)
 {
     const FakeEngine engine({FakeEngine::opened(), FakeEngine::reply(2, TextReply{"words"}).chopped(1)});
-    const OpenResult document = oneWord().open(engine.program(), {.pageText = 1ms});
+    const OpenResult document = oneWord().open(engine.program(), {.pageText = 1ms, .grace = 1ms});
     ASSERT_TRUE(document);
     EXPECT_EQ(codeOf((*document)->pageText(0).error()), PDFErrorCode::DeadlineExceeded);
 }
@@ -130,7 +130,8 @@ TEST(EngineDocument, ALostEngineStaysLostUntilRestarted)
 
 TEST(EngineDocument, ReadsOnAfterARestart)
 {
-    const OpenResult document = oneWord().open(QStringLiteral(QUIREVAULT_ENGINE_PROGRAM), {.thumbnail = 0ms});
+    const OpenResult document =
+        oneWord().open(QStringLiteral(QUIREVAULT_ENGINE_PROGRAM), {.thumbnail = 0ms, .grace = 0ms});
     ASSERT_TRUE(document);
     EXPECT_EQ(codeOf((*document)->thumbnail(0, 300, 400).error()), PDFErrorCode::DeadlineExceeded);
     EXPECT_EQ(codeOf((*document)->pageText(0).error()), PDFErrorCode::EngineFailed);
@@ -156,7 +157,7 @@ TEST(EngineDocument, AStopThatFiresMeanwhileEndsTheEngine)
         qsizetype(encoded(1, Request(OpenRequest{})).size() + encoded(2, Request(PageTextRequest{})).size()));
     const FakeEngine engine({FakeEngine::opened()},
                             "head -c " + requests + " <&3 >/dev/null\n: >'" + pipe + "'\nexec sleep 1000");
-    const OpenResult document = oneWord().open(engine.program(), {.open = 1h, .pageText = 1h});
+    const OpenResult document = oneWord().open(engine.program(), {.open = 1h, .pageText = 1h, .grace = 1ms});
     ASSERT_TRUE(document);
     std::stop_source source;
     std::thread stopper([&] {

@@ -27,6 +27,8 @@ public:
         return engineOpener({program, deadlines})(*m_file, stop);
     }
 
+    const InputFile &file() const { return *m_file; }
+
 private:
     TemporaryFolder m_folder;
     Result<InputFile> m_file;

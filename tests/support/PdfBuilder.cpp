@@ -170,17 +170,25 @@ QByteArray encrypted(const QByteArray &object, int number, const PdfCipher &ciph
     return out;
 }
 
-QByteArray assembled(const QList<QByteArray> &objects, const QByteArray &trailerEntries)
+QByteArray assembled(const QList<QByteArray> &objects, const std::map<int, QByteArray> &furtherObjects,
+                     const QByteArray &trailerEntries)
 {
     QByteArray out = "%PDF-1.7\n%\xe2\xe3\xcf\xd3\n";
     QByteArray table = "xref\n0 " + QByteArray::number(objects.size() + 1) + "\n0000000000 65535 f \n";
-    for (qsizetype i = 0; i < objects.size(); ++i) {
+    const auto add = [&](int number, const QByteArray &object) {
         table += QByteArray::number(out.size()).rightJustified(10, '0') + " 00000 n \n";
-        out += QByteArray::number(i + 1) + " 0 obj\n" + objects[i] + "\nendobj\n";
+        out += QByteArray::number(number) + " 0 obj\n" + object + "\nendobj\n";
+    };
+    for (qsizetype i = 0; i < objects.size(); ++i)
+        add(int(i + 1), objects[i]);
+    for (const auto &[number, object] : furtherObjects) {
+        table += QByteArray::number(number) + " 1\n";
+        add(number, object);
     }
+    const qsizetype size = furtherObjects.empty() ? objects.size() + 1 : furtherObjects.rbegin()->first + 1;
     const QByteArray start = QByteArray::number(out.size());
-    return out + table + "trailer\n<</Size " + QByteArray::number(objects.size() + 1) +
-           "/Root 1 0 R/Info 3 0 R" + trailerEntries + ">>\nstartxref\n" + start + "\n%%EOF\n";
+    return out + table + "trailer\n<</Size " + QByteArray::number(size) + "/Root 1 0 R/Info 3 0 R" +
+           trailerEntries + ">>\nstartxref\n" + start + "\n%%EOF\n";
 }
 } // namespace
 
@@ -219,6 +227,19 @@ PdfBuilder &PdfBuilder::lock(PdfLock lock)
     return *this;
 }
 
+PdfBuilder &PdfBuilder::catalogue(const QByteArray &entries)
+{
+    m_catalogueEntries += entries;
+    return *this;
+}
+
+PdfBuilder &PdfBuilder::object(int number, const QByteArray &body)
+{
+    Q_ASSERT(number >= kFirstFreeObject);
+    m_furtherObjects[number] = body;
+    return *this;
+}
+
 PdfBuilder &PdfBuilder::claimPageCount(qint64 count)
 {
     m_claimedPageCount = count;
@@ -235,7 +256,7 @@ QList<QByteArray> PdfBuilder::objects() const
     for (int i = 0; i < 255; ++i)
         widths += "600 ";
     QList<QByteArray> all = {
-        "<</Type/Catalog/Pages 2 0 R>>",
+        "<</Type/Catalog/Pages 2 0 R" + m_catalogueEntries + ">>",
         "<</Type/Pages/Count " + QByteArray::number(m_claimedPageCount.value_or(m_pages.size())) + "/Kids[" +
             kids + "]>>",
         "<<" + m_attributes.join() + ">>",
@@ -255,12 +276,17 @@ QByteArray PdfBuilder::build() const
 {
     QList<QByteArray> all = objects();
     if (m_lock == PdfLock::None)
-        return assembled(all, {});
+        return assembled(all, m_furtherObjects, {});
     const PdfCipher cipher(m_lock == PdfLock::NeedsPassword ? QByteArray(kPassword) : QByteArray());
     for (qsizetype i = 0; i < all.size(); ++i)
         all[i] = encrypted(all[i], int(i + 1), cipher);
     const QByteArray identifier = '<' + PdfCipher::fileIdentifier().toHex() + '>';
-    return assembled(all, "/Encrypt " + cipher.dictionary() + "/ID[" + identifier + identifier + ']');
+    return assembled(all, {}, "/Encrypt " + cipher.dictionary() + "/ID[" + identifier + identifier + ']');
+}
+
+QByteArray PdfBuilder::pageReference(int index)
+{
+    return QByteArray::number(kFirstPageObject + 2 * index) + " 0 R";
 }
 
 QByteArray PdfBuilder::utf16(const QString &text)

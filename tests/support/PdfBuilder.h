@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 #include <array>
+#include <map>
 #include <optional>
 
 /// A box in PDF points: left, bottom, right, top.
@@ -38,6 +39,7 @@ class PdfBuilder
 {
 public:
     static constexpr char kPassword[] = "sesame";
+    static constexpr int kFirstFreeObject = 100'000;
 
     /// Attributes as the bytes inside the PDF string: see `utf16` for text beyond Latin.
     PdfBuilder &title(const QByteArray &bytes);
@@ -47,11 +49,18 @@ public:
     PdfBuilder &page(const QStringList &lines);
     PdfBuilder &page(const PdfPage &page);
     PdfBuilder &lock(PdfLock lock);
+    /// More entries of the document's catalogue, as written in a file.
+    PdfBuilder &catalogue(const QByteArray &entries);
+    /// One more object, as written in a file, under a number from `kFirstFreeObject` on. Encrypted documents
+    /// have none.
+    PdfBuilder &object(int number, const QByteArray &body);
     /// What the page tree says, true or not.
     PdfBuilder &claimPageCount(qint64 count);
 
     QByteArray build() const;
 
+    /// The reference to the page of this index, such as "7 0 R".
+    static QByteArray pageReference(int index);
     /// The bytes of a UTF-16BE text string, with its byte order mark.
     static QByteArray utf16(const QString &text);
     /// A right-to-left text as it stands on paper from left to right: its characters reversed.
@@ -62,6 +71,8 @@ private:
 
     QList<QByteArray> m_attributes;
     QList<PdfPage> m_pages;
+    QByteArray m_catalogueEntries;
+    std::map<int, QByteArray> m_furtherObjects;
     PdfLock m_lock = PdfLock::None;
     std::optional<qint64> m_claimedPageCount;
 };

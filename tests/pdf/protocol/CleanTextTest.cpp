@@ -28,3 +28,21 @@ TEST(CleanText, IsOneTrimmedLineWithoutControlCharacters)
                              "a\u2029b", "\u3000a", "a ", "\xff"})
         EXPECT_FALSE(isCleanAttribute(text)) << text;
 }
+
+TEST(CleanText, OfALabelHasNoDirectionMarks)
+{
+    for (const char *text : {"\u061c", "\u200e", "\u200f", "\u202a", "\u202e", "\u2066", "\u2069"}) {
+        EXPECT_FALSE(isCleanLabel(text)) << text;
+        EXPECT_TRUE(isCleanAttribute(text)) << text;
+    }
+    EXPECT_TRUE(isCleanLabel("\u202f\u2065\u206a"));
+}
+
+TEST(CleanText, OfALabelIsOneLineOfLimitedLength)
+{
+    EXPECT_TRUE(isCleanLabel(" a "));
+    EXPECT_FALSE(isCleanLabel("a\nb"));
+    EXPECT_FALSE(isCleanLabel("\xff"));
+    EXPECT_TRUE(isCleanLabel(std::string(kMaxLabelCharacters, 'x')));
+    EXPECT_FALSE(isCleanLabel(std::string(kMaxLabelCharacters + 1, 'x')));
+}

@@ -4,6 +4,7 @@
 #include "pdf/protocol/Writer.h"
 
 #include <gtest/gtest.h>
+#include <limits>
 
 namespace
 {
@@ -30,12 +31,39 @@ PictureReply picture(std::uint32_t width, std::uint32_t height)
 {
     return {width, height, Bytes(std::size_t(width) * height * kBytesPerPixel, 0x7f)};
 }
+PageShape shape()
+{
+    return {600, 800, 1, {-10, -10, 610, 810}, {0, 0, 600, 800}, {1, 1, 599, 799}, {2, 2, 3, 3}};
+}
+
+bool isSound(const Reply &reply)
+{
+    const Bytes message = encoded(1, reply);
+    return decodedReply(headerOf(message, UINT32_MAX)->kind, payloadOf(message)) == reply;
+}
+
+bool isSound(const Request &request)
+{
+    const Bytes message = encoded(1, request);
+    return decodedRequest(headerOf(message, UINT32_MAX)->kind, payloadOf(message)) == request;
+}
+
+constexpr float kNotANumber = std::numeric_limits<float>::quiet_NaN();
+constexpr float kInfinity = std::numeric_limits<float>::infinity();
 } // namespace
 
 TEST(Messages, EveryRequestComesBackAsItWasSent)
 {
-    const std::vector<Request> requests = {OpenRequest{7}, PageTextRequest{41},
-                                           ThumbnailRequest{2, 300, 400}};
+    const std::vector<Request> requests = {OpenRequest{7, {}},
+                                           OpenRequest{7, "caf\u00e9"},
+                                           PageTextRequest{41},
+                                           ThumbnailRequest{2, 300, 400},
+                                           ShapesRequest{3, 1000},
+                                           PlacedTextRequest{41},
+                                           DrawRequest{5, 1.5f, 3, 1, 10, 20, 7680, 4320},
+                                           OutlineRequest{},
+                                           LinksRequest{6},
+                                           PageLabelsRequest{}};
     for (const Request &request : requests) {
         const Bytes message = encoded(12, request);
         const std::optional<MessageHeader> header = headerOf(message, kMaxRequestBytes);
@@ -54,7 +82,14 @@ TEST(Messages, EveryReplyComesBackAsItWasSent)
         TextReply{"caf\u00e9 \u05d0\n"},
         TextReply{""},
         picture(3, 2),
+        ShapesReply{{shape(), std::nullopt}},
+        PlacedTextReply{"\u05d0\n", {{1, 2, 3, 4}, {}}},
+        DrawnReply{},
+        OutlineReply{{{0, "One", PageTarget{4, 1, 2}}, {1, std::nullopt, std::nullopt}, {0, "Two", {}}}},
+        LinksReply{{{{1, 2, 3, 4}, PageTarget{4, 1, 2}, {}}, {{}, std::nullopt, "https://example.org"}}},
+        PageLabelsReply{{{0, LabelStyle::LowerRoman, 1, "p. "}, {4, LabelStyle::None, 1, ""}}},
         FailedReply{Failure::NeedsPassword, "why"},
+        FailedReply{Failure::Stopped, ""},
     };
     for (const Reply &reply : replies) {
         const Bytes message = encoded(3, reply);
@@ -83,6 +118,21 @@ TEST(Messages, TheLargestRepliesFitIntoTheirBounds)
     expectFit(ThumbnailRequest{0, kMaxThumbnailSide, kMaxThumbnailSide},
               picture(kMaxThumbnailSide, kMaxThumbnailSide));
     expectFit(ThumbnailRequest{0, 300, 400}, picture(300, 400));
+    const ShapesReply shapes = {std::vector<std::optional<PageShape>>(kMaxShapes, shape())};
+    EXPECT_LE(encoded(1, shapes).size() - kHeaderBytes, maxReplyBytes(ShapesRequest{0, kMaxShapes}));
+    expectFit(PlacedTextRequest{},
+              PlacedTextReply{std::string(kMaxPageTextBytes, 'x'), std::vector<PageBox>(kMaxPageTextBytes)});
+    const OutlineEntry item = {0, std::string(kMaxLabelBytes, 'x'), PageTarget{}};
+    EXPECT_LE(encoded(1, OutlineReply{std::vector<OutlineEntry>(kMaxOutlineItems, item)}).size() -
+                  kHeaderBytes,
+              maxReplyBytes(OutlineRequest{}));
+    const LinkEntry link = {{}, std::nullopt, "http://" + std::string(kMaxAddressBytes - 7, 'x')};
+    EXPECT_LE(encoded(1, LinksReply{std::vector<LinkEntry>(kMaxLinks, link)}).size() - kHeaderBytes,
+              maxReplyBytes(LinksRequest{}));
+    const LabelRange range = {0, LabelStyle::Decimal, 1, std::string(kMaxLabelBytes, 'x')};
+    EXPECT_LE(encoded(1, PageLabelsReply{std::vector<LabelRange>(kMaxLabelRanges, range)}).size() -
+                  kHeaderBytes,
+              maxReplyBytes(PageLabelsRequest{}));
     expectFit(ThumbnailRequest{0, 1, 1}, FailedReply{Failure::Unable, std::string(kMaxReasonBytes, 'x')});
 }
 
@@ -102,8 +152,15 @@ TEST(Messages, RefusesAHeaderThatClaimsTooMuch)
 
 TEST(Messages, RefusesEveryTruncatedMessage)
 {
-    const std::vector<Reply> replies = {OpenedReply{1, 17, "title", "author"}, TextReply{"words"},
-                                        picture(2, 2), FailedReply{Failure::Damaged, "why"}};
+    const std::vector<Reply> replies = {OpenedReply{1, 17, "title", "author"},
+                                        TextReply{"words"},
+                                        picture(2, 2),
+                                        FailedReply{Failure::Damaged, "why"},
+                                        ShapesReply{{shape()}},
+                                        PlacedTextReply{"ab", {{}, {}}},
+                                        OutlineReply{{{0, "One", PageTarget{}}}},
+                                        LinksReply{{{{}, std::nullopt, "mailto:someone"}}},
+                                        PageLabelsReply{{{0, LabelStyle::Decimal, 1, "p"}}}};
     for (const Reply &reply : replies) {
         const Bytes message = encoded(1, reply);
         const MessageKind kind = headerOf(message, UINT32_MAX)->kind;
@@ -125,11 +182,11 @@ TEST(Messages, RefusesBytesAfterTheLastField)
 TEST(Messages, RefusesUnknownKindsAndThoseOfTheOtherSide)
 {
     const Bytes number = built([](Writer &out) { out.number(1); });
-    EXPECT_TRUE(decodedRequest(MessageKind::Open, number));
+    EXPECT_TRUE(decodedRequest(MessageKind::PageText, number));
     EXPECT_FALSE(decodedRequest(MessageKind(0), number));
     EXPECT_FALSE(decodedRequest(MessageKind(77), number));
     EXPECT_FALSE(decodedRequest(MessageKind::Text, number));
-    EXPECT_FALSE(decodedReply(MessageKind::Open, number));
+    EXPECT_FALSE(decodedReply(MessageKind::PageText, number));
 }
 
 TEST(Messages, RefusesTextThatIsNotUtf8)
@@ -202,7 +259,7 @@ TEST(Messages, RefusesPageCountsPageNumbersAndSizesOutOfRange)
 
 TEST(Messages, RefusesUnknownFailuresAndPresenceOtherThanYesAndNo)
 {
-    for (std::uint32_t failure : {0u, 6u, 0xffffffffu})
+    for (std::uint32_t failure : {0u, 8u, 0xffffffffu})
         EXPECT_FALSE(decodedReply(MessageKind::Failed,
                                   payloadOf(encoded(1, Reply(FailedReply{Failure(failure), ""})))));
     const Bytes opened = built([](Writer &out) {
@@ -210,4 +267,122 @@ TEST(Messages, RefusesUnknownFailuresAndPresenceOtherThanYesAndNo)
             out.number(number);
     });
     EXPECT_FALSE(decodedReply(MessageKind::Opened, opened));
+}
+
+TEST(Messages, RefusesCoordinatesThatAreNoPlaces)
+{
+    for (float nonsense : {kNotANumber, kInfinity, -kInfinity, 2 * kMaxCoordinate, -2 * kMaxCoordinate}) {
+        PageShape page = shape();
+        page.width = nonsense;
+        EXPECT_FALSE(isSound(ShapesReply{{page}}));
+        page = shape();
+        page.art.top = nonsense;
+        EXPECT_FALSE(isSound(ShapesReply{{page}}));
+        EXPECT_FALSE(isSound(PlacedTextReply{"a", {{0, 0, 1, nonsense}}}));
+        EXPECT_FALSE(isSound(OutlineReply{{{0, "One", PageTarget{0, nonsense, 0}}}}));
+        EXPECT_FALSE(isSound(LinksReply{{{{nonsense, 0, 1, 1}, PageTarget{}, {}}}}));
+        EXPECT_FALSE(isSound(DrawRequest{0, nonsense, 0, 0, 0, 0, 1, 1}));
+    }
+}
+
+TEST(Messages, RefusesPagesWithoutSizeAndTurnsBeyondFour)
+{
+    PageShape page = shape();
+    page.height = 0;
+    EXPECT_FALSE(isSound(ShapesReply{{page}}));
+    page.height = -1;
+    EXPECT_FALSE(isSound(ShapesReply{{page}}));
+    page = shape();
+    page.turns = 4;
+    EXPECT_FALSE(isSound(ShapesReply{{page}}));
+}
+
+TEST(Messages, RefusesBoxesThatAreInsideOut)
+{
+    EXPECT_TRUE(isSound(PlacedTextReply{"a", {{1, 1, 1, 1}}}));
+    EXPECT_FALSE(isSound(PlacedTextReply{"a", {{2, 1, 1, 1}}}));
+    EXPECT_FALSE(isSound(PlacedTextReply{"a", {{1, 2, 1, 1}}}));
+}
+
+TEST(Messages, RefusesPlacedTextWithoutABoxForEveryCharacter)
+{
+    EXPECT_TRUE(isSound(PlacedTextReply{"\u00e9\U0001f600", {{}, {}}}));
+    EXPECT_FALSE(isSound(PlacedTextReply{"\u00e9\U0001f600", {{}}}));
+    EXPECT_FALSE(isSound(PlacedTextReply{"\u00e9\U0001f600", {{}, {}, {}}}));
+    EXPECT_FALSE(isSound(PlacedTextReply{"\xff", {{}}}));
+}
+
+TEST(Messages, RefusesMoreItemsThanThereMayBe)
+{
+    EXPECT_FALSE(isSound(ShapesReply{std::vector<std::optional<PageShape>>(kMaxShapes + 1)}));
+    EXPECT_FALSE(isSound(OutlineReply{std::vector<OutlineEntry>(kMaxOutlineItems + 1)}));
+    const LinkEntry link = {{}, PageTarget{}, {}};
+    EXPECT_TRUE(isSound(LinksReply{std::vector<LinkEntry>(kMaxLinks, link)}));
+    EXPECT_FALSE(isSound(LinksReply{std::vector<LinkEntry>(kMaxLinks + 1, link)}));
+}
+
+TEST(Messages, ACountAloneTakesNoMemory)
+{
+    const Bytes count = built([](Writer &out) { out.number(kMaxOutlineItems); });
+    EXPECT_FALSE(decodedReply(MessageKind::OutlineTold, count));
+}
+
+TEST(Messages, RefusesOutlinesThatSkipALevel)
+{
+    EXPECT_FALSE(isSound(OutlineReply{{{1, "One", {}}}}));
+    EXPECT_FALSE(isSound(OutlineReply{{{0, "One", {}}, {2, "Two", {}}}}));
+    std::vector<OutlineEntry> stairs;
+    for (std::uint32_t depth = 0; depth < kMaxOutlineDepth; ++depth)
+        stairs.push_back({depth, "Down", {}});
+    EXPECT_TRUE(isSound(OutlineReply{stairs}));
+    stairs.push_back({kMaxOutlineDepth, "Too far", {}});
+    EXPECT_FALSE(isSound(OutlineReply{stairs}));
+}
+
+TEST(Messages, RefusesLabelsThatAreNotClean)
+{
+    for (const char *label : {"two\nlines", "\x1b[2J", "\u202eback", "a\u200fb", "\u2066x", "\u061cx"}) {
+        EXPECT_FALSE(isSound(OutlineReply{{{0, label, {}}}})) << label;
+        EXPECT_FALSE(isSound(PageLabelsReply{{{0, LabelStyle::Decimal, 1, label}}})) << label;
+    }
+    EXPECT_FALSE(isSound(OutlineReply{{{0, std::string(kMaxLabelCharacters + 1, 'x'), {}}}}));
+}
+
+TEST(Messages, RefusesAddressesThatAreNotOfTheWeb)
+{
+    for (const char *address : {"file:///etc/passwd", "javascript:alert(1)", "", "http://", "https://a b"})
+        EXPECT_FALSE(isSound(LinksReply{{{{}, std::nullopt, address}}})) << address;
+}
+
+TEST(Messages, RefusesLabelRangesOutOfOrderAndNumbersBelowOne)
+{
+    EXPECT_FALSE(
+        isSound(PageLabelsReply{{{3, LabelStyle::Decimal, 1, ""}, {3, LabelStyle::Decimal, 1, ""}}}));
+    EXPECT_FALSE(
+        isSound(PageLabelsReply{{{3, LabelStyle::Decimal, 1, ""}, {2, LabelStyle::Decimal, 1, ""}}}));
+    EXPECT_FALSE(isSound(PageLabelsReply{{{0, LabelStyle::Decimal, 0, ""}}}));
+    EXPECT_FALSE(isSound(PageLabelsReply{{{0, LabelStyle(6), 1, ""}}}));
+}
+
+TEST(Messages, RefusesDrawingsBeyondEveryScreen)
+{
+    EXPECT_TRUE(isSound(DrawRequest{0, 1, 0, 0, kMaxDrawingExtent, 0, 4320, 7680}));
+    EXPECT_FALSE(isSound(DrawRequest{0, 1, 0, 0, 0, 0, 4321, 7680}));
+    EXPECT_FALSE(isSound(DrawRequest{0, 1, 0, 0, 0, 0, 0, 1}));
+    EXPECT_FALSE(isSound(DrawRequest{0, 1, 0, 0, 0, 0, 1, 0}));
+    EXPECT_FALSE(isSound(DrawRequest{0, 1, 0, 0, 0, 0, 65536, 65536})); // 0 in 32 bits
+    EXPECT_FALSE(isSound(DrawRequest{0, 1, 0, 0, kMaxDrawingExtent + 1, 0, 1, 1}));
+    EXPECT_FALSE(isSound(DrawRequest{0, 0, 0, 0, 0, 0, 1, 1}));
+    EXPECT_FALSE(isSound(DrawRequest{0, kMaxDrawingScale + 1, 0, 0, 0, 0, 1, 1}));
+    EXPECT_FALSE(isSound(DrawRequest{0, 1, 4, 0, 0, 0, 1, 1}));
+    EXPECT_FALSE(isSound(DrawRequest{0, 1, 0, 2, 0, 0, 1, 1}));
+}
+
+TEST(Messages, RefusesPasswordsThatWouldBeCut)
+{
+    using namespace std::string_literals;
+    EXPECT_TRUE(isSound(OpenRequest{1, std::string(kMaxPasswordBytes, 'x')}));
+    EXPECT_FALSE(isSound(OpenRequest{1, std::string(kMaxPasswordBytes + 1, 'x')}));
+    EXPECT_FALSE(isSound(OpenRequest{1, "before\0after"s}));
+    EXPECT_LE(encoded(1, OpenRequest{1, std::string(kMaxPasswordBytes, 'x')}).size(), kMaxRequestBytes);
 }
