@@ -54,6 +54,11 @@ void HitMarkStrip::paintEvent(QPaintEvent *)
 
 void HitMarkStrip::mousePressEvent(QMouseEvent *event)
 {
+    event->accept();
+}
+
+void HitMarkStrip::mouseReleaseEvent(QMouseEvent *event)
+{
     int nearest = -1;
     int least = kReach + 1;
     for (int i = 0; i < m_pageIndexes.size(); ++i) {

@@ -91,8 +91,6 @@ bool PointerGestures::move(const QMouseEvent &event)
 
 bool PointerGestures::release(const QMouseEvent &event)
 {
-    if (m_drag == Drag::None)
-        return false;
     const bool isClick = m_drag == Drag::Pressed && event.button() == Qt::LeftButton;
     const std::optional<PDFLink> link = std::exchange(m_pressedLink, std::nullopt);
     m_drag = Drag::None;
@@ -100,7 +98,7 @@ bool PointerGestures::release(const QMouseEvent &event)
     if (isClick && link)
         m_view.followLink(*link);
     updateCursor();
-    return true;
+    return event.button() != Qt::RightButton;
 }
 
 void PointerGestures::updateCursor()

@@ -69,6 +69,8 @@ private:
     void addContents(PageRange pages, bool isVisible)
     {
         for (qint64 page = pages.first; page <= pages.last; ++page) {
+            if (!m_view.layout().isKnown(page)) // else they would come before its picture
+                continue;
             if (!m_state.contents.text(page))
                 add({PageJob::Kind::Text, page, {}}, isVisible);
             if (!m_state.contents.links(page))

@@ -27,25 +27,24 @@ void Viewpoint::reset(qint64 pageCount)
 
 void Viewpoint::setViewport(QSizeF size)
 {
-    const PDFPosition top = positionAt({m_viewport.width() / 2, 0});
+    const Anchor kept = topOf(visiblePages().first);
     m_fittedPage = currentPage().value_or(0);
     m_viewport = size;
     refit();
-    place(top, {size.width() / 2, 0});
+    restore(kept);
 }
 
 void Viewpoint::learn(qint64 first, const std::vector<std::optional<QSizeF>> &sizes)
 {
     const qint64 page = currentPage().value_or(0);
-    const QPointF topOfPage(m_viewport.width() / 2, std::max(pageRect(page).top(), 0.0));
-    const PDFPosition kept = {page, pageTransform(page).inverted().map(topOfPage)};
+    const Anchor kept = topOf(page);
     const bool wasFitToAGuess = !m_layout.isKnown(m_fittedPage);
     m_layout.learn(first, sizes);
     if (wasFitToAGuess) {
         m_fittedPage = page;
         refit();
     }
-    place(kept, topOfPage);
+    restore(kept);
 }
 
 void Viewpoint::setTurns(int turns)
@@ -59,15 +58,14 @@ void Viewpoint::setTurns(int turns)
 
 void Viewpoint::setFit(Fit fit)
 {
-    const QPointF middleOfTop(m_viewport.width() / 2, 0);
-    const PDFPosition top = positionAt(middleOfTop);
+    const Anchor kept = topOf(visiblePages().first);
     m_fit = fit;
     m_fittedPage = currentPage().value_or(0);
     refit();
     if (fit == Fit::Page)
         jumpToPage(m_fittedPage);
     else
-        place(top, middleOfTop);
+        restore(kept);
 }
 
 void Viewpoint::setScale(double scale, QPointF fixed)
@@ -170,6 +168,17 @@ QTransform Viewpoint::pageTransform(qint64 page) const
     transform.translate(-unturned.width() / 2, -unturned.height() / 2);
     transform.scale(m_scale, m_scale);
     return transform;
+}
+
+Viewpoint::Anchor Viewpoint::topOf(qint64 page) const
+{
+    const QPointF top(m_viewport.width() / 2, std::max(pageRect(page).top(), 0.0));
+    return {{page, pageTransform(page).inverted().map(top)}, top.y()};
+}
+
+void Viewpoint::restore(const Anchor &anchor)
+{
+    place(anchor.position, {m_viewport.width() / 2, anchor.y});
 }
 
 qint64 Viewpoint::nearestPage(qint64 page) const

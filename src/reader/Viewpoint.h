@@ -64,6 +64,15 @@ public:
     QTransform pageTransform(qint64 page) const;
 
 private:
+    /// A point of a page and where it is to stay.
+    struct Anchor {
+        PDFPosition position;
+        double y = 0;
+    };
+
+    /// The highest line of a page that is visible. Never one of a gap, which does not grow with the scale.
+    Anchor topOf(qint64 page) const;
+    void restore(const Anchor &anchor);
     qint64 nearestPage(qint64 page) const;
     void refit();
 

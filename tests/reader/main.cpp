@@ -8,6 +8,9 @@ void failOnWarning(QtMsgType type, const QMessageLogContext &, const QString &me
 {
     if (type == QtDebugMsg || type == QtInfoMsg)
         return;
+    // What the offscreen platform says of windows, menus and tool tips, whoever shows them.
+    if (message.startsWith(u"This plugin does not support"))
+        return;
     ADD_FAILURE() << "Qt said: " << message.toStdString();
 }
 } // namespace
@@ -16,8 +19,9 @@ int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_ACCESSIBILITY", "1");
-    qInstallMessageHandler(failOnWarning);
     ::testing::InitGoogleTest(&argc, argv);
     QApplication application(argc, argv);
+    // Only now: what Qt has to say about the machine is not the tests' concern.
+    qInstallMessageHandler(failOnWarning);
     return RUN_ALL_TESTS();
 }
