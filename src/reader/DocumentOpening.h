@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/Result.h"
+#include "reader/ReaderDocument.h"
 
 #include <QFuture>
 #include <QObject>
@@ -12,7 +12,6 @@
 #include <vector>
 
 class NativeLibraryService;
-class ReaderDocument;
 
 /// How the document of a reader window comes to be open, and what stands in the way. Main thread; files are
 /// read elsewhere.

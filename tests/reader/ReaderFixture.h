@@ -1,5 +1,6 @@
 #pragma once
 
+#include "reader/Await.h"
 #include "reader/FakePDFView.h"
 #include "reader/PDFViewerController.h"
 #include "reader/ReaderDocument.h"
@@ -9,34 +10,9 @@
 #include "support/TestLibrary.h"
 
 #include <QCoreApplication>
-#include <QEventLoop>
 #include <QPromise>
 #include <deque>
 #include <qcorotask.h>
-
-/// Runs the event loop until the property has the value.
-template <typename T> void awaitValue(QProperty<T> &property, const T &value)
-{
-    QEventLoop loop;
-    const auto observer = property.addNotifier([&] {
-        if (property.value() == value)
-            loop.quit();
-    });
-    if (property.value() != value)
-        loop.exec();
-}
-
-/// Runs the event loop until `isThere()`, asked whenever the property changes.
-template <typename T, typename Condition> void awaitThat(QProperty<T> &property, const Condition &isThere)
-{
-    QEventLoop loop;
-    const auto observer = property.addNotifier([&] {
-        if (isThere())
-            loop.quit();
-    });
-    if (!isThere())
-        loop.exec();
-}
 
 /// A controller over a real, empty library, a view that shows nothing and a document as the test describes
 /// it. Time and the search are driven by the test.
