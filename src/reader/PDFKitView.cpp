@@ -4,6 +4,7 @@
 #include "reader/HitMarkStrip.h"
 #include "reader/PointerGestures.h"
 #include "reader/ReaderDocument.h"
+#include "reader/ReadingPlan.h"
 #include "reader/SelectionCopier.h"
 #include "reader/ZoomSteps.h"
 
@@ -65,8 +66,11 @@ void PDFKitView::watchStock()
         learnSizes(first, sizes);
     };
     m_stock.pictureArrived = [this](qint64 page) {
-        if (m_viewpoint.visiblePages().contains(page))
-            viewport()->update();
+        if (!m_viewpoint.visiblePages().contains(page))
+            return;
+        viewport()->update();
+        if (isSharp())
+            Q_EMIT becameSharp();
     };
     m_stock.contentArrived = [this](qint64 page) {
         m_gestures->updateCursor();
@@ -317,6 +321,22 @@ void PDFKitView::fetch()
 {
     if (isVisible())
         m_stock.fetch({m_viewpoint, devicePixelRatioF(), m_isDark, m_selector.pages()});
+}
+
+bool PDFKitView::isSharp() const
+{
+    const PageStyle style = pageStyle(m_viewpoint, devicePixelRatioF(), m_isDark, cache().limitBytes());
+    const QRectF frame(QPointF(), m_viewpoint.viewport());
+    const PageRange visible = m_viewpoint.visiblePages();
+    for (qint64 page = visible.first; page <= visible.last; ++page) {
+        const auto tiles = tilesWithin(m_viewpoint, page, style, frame);
+        const bool isDrawn = std::all_of(tiles.begin(), tiles.end(), [this](const PageTile &tile) {
+            return cache().contains(tile) || m_stock.hasFailed(tile);
+        });
+        if (!m_viewpoint.layout().isKnown(page) || !isDrawn)
+            return false;
+    }
+    return m_viewpoint.layout().hasSizes();
 }
 
 void PDFKitView::tellChanges()

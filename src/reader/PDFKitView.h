@@ -90,6 +90,9 @@ public:
     /// Marks pages beside the scroll bar; `current` is an index of the list, or -1.
     void setHitMarks(const QList<qint64> &pageIndexes, int current);
 
+    /// Whether every visible page is drawn as sharply as the screen shows it, or cannot be drawn at all.
+    bool isSharp() const;
+
     const Viewpoint &viewpoint() const { return m_viewpoint; }
     const PageContents &contents() const { return m_stock.contents(); }
     const PageCache &cache() const { return m_stock.cache(); }
@@ -103,6 +106,8 @@ public:
 
 Q_SIGNALS:
     void zoomChanged();
+    /// The last picture of what is visible has come.
+    void becameSharp();
     /// A link to the web was followed.
     void linkActivated(const QUrl &address);
     void bookmarkRequested();

@@ -86,7 +86,7 @@ bool PointerGestures::move(const QMouseEvent &event)
     m_last = event.position();
     if (m_drag == Drag::None)
         updateCursor();
-    return m_drag != Drag::None;
+    return true;
 }
 
 bool PointerGestures::release(const QMouseEvent &event)
