@@ -126,10 +126,12 @@ int scroll(const QString &path, int seconds)
         untilSharp.push_back(timeOf([&] { reading.untilSharp(); }));
         wait(std::chrono::milliseconds(200));
     }
-    const std::vector<Milliseconds> frames = ReaderFrames::times();
-    std::printf("frames\t%zu\nmedian frame ms\t%.2f\n99%% frame ms\t%.2f\nlongest frame ms\t%.2f\n",
-                frames.size(), median(frames).count(), percentile(frames, 99).count(),
-                percentile(frames, 100).count());
+    for (const auto &[name, clock] : {std::pair("frame ms", &FrameTime::wall),
+                                      std::pair("frame's processor ms", &FrameTime::processor)}) {
+        const std::vector<Milliseconds> frames = ReaderFrames::times(clock);
+        std::printf("median %s\t%.2f\n99%% %s\t%.2f\nlongest %s\t%.2f\n", name, median(frames).count(), name,
+                    percentile(frames, 99).count(), name, percentile(frames, 100).count());
+    }
     std::printf("median until sharp ms\t%.2f\nlongest until sharp ms\t%.2f\n", median(untilSharp).count(),
                 percentile(untilSharp, 100).count());
     return 0;

@@ -3,29 +3,55 @@
 #include "Figures.h"
 
 #include <QApplication>
+#include <ctime>
 #include <vector>
 
-/// For how long the main thread was busy between the starts of two frames.
+/// What the main thread took between the starts of two frames: by the wall clock, and of the processor, which
+/// other programs do not make longer.
+struct FrameTime {
+    Milliseconds wall{};
+    Milliseconds processor{};
+};
+
+/// The processor time of the calling thread so far.
+inline Milliseconds threadTime()
+{
+    timespec time;
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+}
+
 class ReaderFrames
 {
 public:
     static void clear()
     {
-        s_times.clear();
+        s_frames.clear();
         s_busy = {};
     }
     /// Ends the frame before.
     static void begin()
     {
-        s_times.push_back(s_busy);
+        s_frames.push_back(s_busy);
         s_busy = {};
     }
-    static void add(Milliseconds time) { s_busy += time; }
-    static std::vector<Milliseconds> times() { return s_times; }
+    template <typename Work> static void add(Work work)
+    {
+        const Milliseconds before = threadTime();
+        s_busy.wall += timeOf(work);
+        s_busy.processor += threadTime() - before;
+    }
+    static std::vector<Milliseconds> times(Milliseconds FrameTime::*clock)
+    {
+        std::vector<Milliseconds> times;
+        for (const FrameTime &frame : s_frames)
+            times.push_back(frame.*clock);
+        return times;
+    }
 
 private:
-    inline static std::vector<Milliseconds> s_times;
-    inline static Milliseconds s_busy{};
+    inline static std::vector<FrameTime> s_frames;
+    inline static FrameTime s_busy;
 };
 
 /// An application that times what it delivers.
@@ -40,7 +66,7 @@ public:
             return QApplication::notify(receiver, event);
         m_isDelivering = true;
         bool isHandled = false;
-        ReaderFrames::add(timeOf([&] { isHandled = QApplication::notify(receiver, event); }));
+        ReaderFrames::add([&] { isHandled = QApplication::notify(receiver, event); });
         m_isDelivering = false;
         return isHandled;
     }
