@@ -319,8 +319,10 @@ void PDFKitView::updateScrollBars()
 // Before it is on the screen the view does not know its size.
 void PDFKitView::fetch()
 {
-    if (isVisible())
-        m_stock.fetch({m_viewpoint, devicePixelRatioF(), m_isDark, m_selector.pages()});
+    if (!isVisible())
+        return;
+    m_fetchedPixelRatio = devicePixelRatioF();
+    m_stock.fetch({m_viewpoint, m_fetchedPixelRatio, m_isDark, m_selector.pages()});
 }
 
 bool PDFKitView::isSharp() const

@@ -84,6 +84,8 @@ public:
     /// By hand, as the pointer does it. A selection that starts without being extended selects nothing yet.
     void startSelection(const TextSelector::Place &place, PDFTextUnit unit);
     void extendSelection(const TextSelector::Place &place);
+    /// A selection by hand is complete: the middle button of other programs pastes it.
+    void offerSelection() const;
     /// Goes there, or says so with `linkActivated`.
     void followLink(const PDFLink &link);
 
@@ -173,5 +175,6 @@ private:
     std::optional<qint64> m_jumpedTo; ///< the page that was asked for, until one scrolls
     std::optional<qint64> m_toldPage;
     double m_toldZoom = 0;
+    double m_fetchedPixelRatio = 1;
     std::optional<std::chrono::nanoseconds> m_litSince; ///< while the light comes on
 };
