@@ -25,8 +25,9 @@ class SelectionCopier;
 /// Scales are given as people know them: 1 is the actual size, where a point of the page is a 72nd of an inch
 /// of the screen.
 ///
-/// Its operations lie in three files: PDFKitView.cpp (pages, places and scales), PDFKitViewSelection.cpp
-/// (selected text, links, menu) and PDFKitViewEvents.cpp (painting and input).
+/// Its operations lie in four files: PDFKitView.cpp (pages as they come), PDFKitViewPlaces.cpp (jumps,
+/// history, scales), PDFKitViewSelection.cpp (selected text, links, menu) and PDFKitViewEvents.cpp (painting
+/// and input).
 class PDFKitView : public QAbstractScrollArea, public PDFView
 {
     Q_OBJECT
@@ -130,6 +131,7 @@ protected:
 private:
     void makeActions();
     void watchStock();
+    void adopt(std::unique_ptr<PageSource> pages, ReaderDocument *document);
     double actualScale() const;
     PDFPosition place() const;
     /// Does `move`, which jumps, and remembers the place it leaves.

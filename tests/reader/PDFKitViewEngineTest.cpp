@@ -85,6 +85,17 @@ TEST_F(PDFKitViewEngineTest, ShowsAPage)
     EXPECT_EQ(colorAt({150, 750}), QColor(Qt::white));
 }
 
+TEST_F(PDFKitViewEngineTest, HasItsDocumentWhenItTellsOfThePage)
+{
+    const ReaderDocument *document = nullptr;
+    view.pageChanged = [&] {
+        document = view.document();
+    };
+    open(redCornerAndWords());
+    EXPECT_NE(document, nullptr);
+    EXPECT_EQ(document, view.document());
+}
+
 TEST_F(PDFKitViewEngineTest, ShowsATurnedPage)
 {
     open(redCornerAndWords());
