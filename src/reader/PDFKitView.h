@@ -25,8 +25,9 @@ class SelectionCopier;
 /// Scales are given as people know them: 1 is the actual size, where a point of the page is a 72nd of an inch
 /// of the screen.
 ///
-/// Its operations lie in three files: PDFKitView.cpp (pages, places and scales), PDFKitViewSelection.cpp
-/// (selected text, links, menu) and PDFKitViewEvents.cpp (painting and input).
+/// Its operations lie in four files: PDFKitView.cpp (pages as they come), PDFKitViewPlaces.cpp (jumps,
+/// history, scales), PDFKitViewSelection.cpp (selected text, links, menu) and PDFKitViewEvents.cpp (painting
+/// and input).
 class PDFKitView : public QAbstractScrollArea, public PDFView
 {
     Q_OBJECT
@@ -84,11 +85,16 @@ public:
     /// By hand, as the pointer does it. A selection that starts without being extended selects nothing yet.
     void startSelection(const TextSelector::Place &place, PDFTextUnit unit);
     void extendSelection(const TextSelector::Place &place);
+    /// A selection by hand is complete: the middle button of other programs pastes it.
+    void offerSelection() const;
     /// Goes there, or says so with `linkActivated`.
     void followLink(const PDFLink &link);
 
     /// Marks pages beside the scroll bar; `current` is an index of the list, or -1.
     void setHitMarks(const QList<qint64> &pageIndexes, int current);
+
+    /// Whether every visible page is drawn as sharply as the screen shows it, or cannot be drawn at all.
+    bool isSharp() const;
 
     const Viewpoint &viewpoint() const { return m_viewpoint; }
     const PageContents &contents() const { return m_stock.contents(); }
@@ -103,6 +109,8 @@ public:
 
 Q_SIGNALS:
     void zoomChanged();
+    /// The last picture of what is visible has come.
+    void becameSharp();
     /// A link to the web was followed.
     void linkActivated(const QUrl &address);
     void bookmarkRequested();
@@ -123,6 +131,7 @@ protected:
 private:
     void makeActions();
     void watchStock();
+    void adopt(std::unique_ptr<PageSource> pages, ReaderDocument *document);
     double actualScale() const;
     PDFPosition place() const;
     /// Does `move`, which jumps, and remembers the place it leaves.
@@ -168,5 +177,6 @@ private:
     std::optional<qint64> m_jumpedTo; ///< the page that was asked for, until one scrolls
     std::optional<qint64> m_toldPage;
     double m_toldZoom = 0;
+    double m_fetchedPixelRatio = 1;
     std::optional<std::chrono::nanoseconds> m_litSince; ///< while the light comes on
 };

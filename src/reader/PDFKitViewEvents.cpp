@@ -67,6 +67,8 @@ std::optional<QPointF> scrollOf(const QKeyEvent &key, QSizeF viewport)
 
 void PDFKitView::paintEvent(QPaintEvent *)
 {
+    if (devicePixelRatioF() != m_fetchedPixelRatio) // the window came to another screen
+        fetch();
     QPainter painter(viewport());
     PagePainter pages(painter, m_viewpoint, m_stock, devicePixelRatioF());
     const PageColors colors = PageColors::from(palette(), m_isDark);

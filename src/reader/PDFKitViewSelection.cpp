@@ -72,6 +72,13 @@ void PDFKitView::extendSelection(const TextSelector::Place &place)
     selectionMoved();
 }
 
+void PDFKitView::offerSelection() const
+{
+    const std::optional<PDFSelection> selected = currentSelection();
+    if (selected && QGuiApplication::clipboard()->supportsSelection())
+        QGuiApplication::clipboard()->setText(selected->string(), QClipboard::Selection);
+}
+
 void PDFKitView::copySelection()
 {
     if (!m_stock.source())

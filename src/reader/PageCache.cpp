@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace
 {
@@ -53,24 +54,29 @@ const QImage *PageCache::find(const PageTile &tile)
 
 std::vector<PageCache::Entry> PageCache::standIns(qint64 page, const PageStyle &style)
 {
-    const auto couldStandIn = [&](const PageTile &tile) {
-        return tile.page == page && tile.style.turns == style.turns && tile.style.isDark == style.isDark &&
-               tile.style.scale != style.scale;
+    std::vector<Entry> candidates;
+    std::copy_if(m_entries.begin(), m_entries.end(), std::back_inserter(candidates), [&](const Entry &entry) {
+        const auto &[scale, turns, isDark] = entry.tile.style;
+        return entry.tile.page == page && turns == style.turns && isDark == style.isDark &&
+               scale != style.scale;
+    });
+    if (candidates.empty())
+        return {};
+    const auto scaleOf = [](const Entry &entry) {
+        return entry.tile.style.scale;
     };
-    std::optional<double> best;
-    for (const Entry &entry : m_entries) {
-        const double scale = entry.tile.style.scale;
-        if (couldStandIn(entry.tile) && (!best || badness(scale, style.scale) < badness(*best, style.scale)))
-            best = scale;
-    }
-    std::vector<Entry> found;
-    for (const Entry &entry : m_entries) {
-        if (couldStandIn(entry.tile) && entry.tile.style.scale == best)
-            found.push_back(entry);
-    }
-    for (const Entry &entry : found)
+    const double smallest = std::ranges::min(candidates, {}, scaleOf).tile.style.scale;
+    const auto badnessOf = [&](const Entry &entry) {
+        return badness(scaleOf(entry), style.scale);
+    };
+    const double nearest = std::ranges::min(candidates, {}, badnessOf).tile.style.scale;
+    std::erase_if(candidates, [&](const Entry &entry) {
+        return scaleOf(entry) != smallest && scaleOf(entry) != nearest;
+    });
+    std::ranges::stable_sort(candidates, {}, [&](const Entry &entry) { return scaleOf(entry) == nearest; });
+    for (const Entry &entry : candidates)
         find(entry.tile);
-    return found;
+    return candidates;
 }
 
 PageCache::Entries::iterator PageCache::entryOf(const PageTile &tile)

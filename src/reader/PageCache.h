@@ -30,8 +30,9 @@ public:
     bool contains(const PageTile &tile) const;
     /// Looks at a picture; null when there is none. Valid until the next insertion.
     const QImage *find(const PageTile &tile);
-    /// Looks at the pictures of `page` that stand in best until those in `style` are there: of the nearest
-    /// other scale, larger ones preferred, else none.
+    /// Looks at the pictures of `page` that stand in until those in `style` are there, in the order in which
+    /// to paint them: of the smallest scale, which are likely to show the whole page, then of the nearest,
+    /// larger ones preferred.
     std::vector<Entry> standIns(qint64 page, const PageStyle &style);
 
 private:

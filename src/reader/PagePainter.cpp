@@ -18,7 +18,7 @@ QColor mixed(const QColor &a, const QColor &b, double shareOfB)
 }
 
 /// A marker's yellow; over a dark page its glow, dark enough to leave the words their contrast.
-constexpr QColor kLitOnLight(255, 221, 64);
+constexpr QColor kLitOnLight(255, 226, 92);
 constexpr QColor kLitOnDark(112, 88, 0);
 constexpr QColor kBackdropOfDark(32, 33, 36);
 

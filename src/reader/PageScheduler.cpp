@@ -100,12 +100,14 @@ void PageScheduler::start(const PlannedJob &planned)
 // A job that was stopped too late has an answer all the same.
 void PageScheduler::finish(int id, const PageJob &job, Result<PageAnswer> answer)
 {
+    const std::weak_ptr<const bool> alive = m_alive; // whoever hears of it may show another document
     m_running.erase(id);
     if (answer)
         m_arrived(job, *std::move(answer));
     else if (!isCancelled(answer.error()))
         fail(job, answer.error());
-    fill();
+    if (!alive.expired())
+        fill();
 }
 
 // The first to hear that the engine is lost was in it; what waited behind is innocent.

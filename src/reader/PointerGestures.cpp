@@ -86,15 +86,17 @@ bool PointerGestures::move(const QMouseEvent &event)
     m_last = event.position();
     if (m_drag == Drag::None)
         updateCursor();
-    return m_drag != Drag::None;
+    return true;
 }
 
 bool PointerGestures::release(const QMouseEvent &event)
 {
     const bool isClick = m_drag == Drag::Pressed && event.button() == Qt::LeftButton;
     const std::optional<PDFLink> link = std::exchange(m_pressedLink, std::nullopt);
-    m_drag = Drag::None;
+    const Drag drag = std::exchange(m_drag, Drag::None);
     m_edgeScroll.reset();
+    if (drag == Drag::Select)
+        m_view.offerSelection();
     if (isClick && link)
         m_view.followLink(*link);
     updateCursor();

@@ -78,8 +78,11 @@ private:
         }
     }
 
+    /// Never so many that some drive out others, which would be asked for again.
     void addTexts(PageRange pages)
     {
+        if (m_state.contents.bytes() > kPageTextBytes / 2)
+            return;
         const PageRange visible = m_view.visiblePages();
         for (qint64 page = pages.first; page <= pages.last; ++page) {
             if (!visible.contains(page) && !m_state.contents.text(page))

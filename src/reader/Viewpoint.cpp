@@ -22,7 +22,7 @@ void Viewpoint::reset(qint64 pageCount)
     m_layout.setTurns(turns);
     m_fittedPage = 0;
     refit();
-    moveTo({});
+    moveTo({-m_viewport.width() / 2, 0});
 }
 
 void Viewpoint::setViewport(QSizeF size)
@@ -76,9 +76,12 @@ void Viewpoint::setScale(double scale, QPointF fixed)
     place(kept, fixed);
 }
 
-QRectF Viewpoint::offsets() const
+QRectF Viewpoint::offsetsAt(double y) const
 {
-    const double width = m_layout.greatestWidth() * m_scale + 2 * kMargin;
+    const PageRange visible = m_layout.pagesBetween(y, y + m_viewport.height(), m_scale);
+    double width = 0;
+    for (qint64 page = visible.first; page <= visible.last; ++page)
+        width = std::max(width, m_layout.size(page).width() * m_scale + 2 * kMargin);
     const double height = m_layout.height(m_scale);
     QRectF places(-width / 2, 0, width - m_viewport.width(), height - m_viewport.height());
     if (places.width() <= 0) // what is smaller than the viewport stands in its middle
@@ -90,9 +93,10 @@ QRectF Viewpoint::offsets() const
 
 QPointF Viewpoint::clamped(QPointF offset) const
 {
-    const QRectF places = offsets();
-    return {std::clamp(offset.x(), places.left(), places.right()),
-            std::clamp(offset.y(), places.top(), places.bottom())};
+    const QRectF upright = offsets(); // how high the flow is does not depend on the place
+    const double y = std::clamp(offset.y(), upright.top(), upright.bottom());
+    const QRectF places = offsetsAt(y);
+    return {std::clamp(offset.x(), places.left(), places.right()), y};
 }
 
 PDFPosition Viewpoint::positionAt(QPointF where) const

@@ -37,8 +37,8 @@ public:
 
     /// Of the viewport's upper left corner in the flow.
     QPointF offset() const { return m_offset; }
-    /// The places that `offset` can take.
-    QRectF offsets() const;
+    /// The places that `offset` can take. Sideways as far as the visible pages reach.
+    QRectF offsets() const { return offsetsAt(m_offset.y()); }
     /// The place nearest to `offset`.
     QPointF clamped(QPointF offset) const;
     void moveTo(QPointF offset) { m_offset = clamped(offset); }
@@ -74,6 +74,7 @@ private:
     Anchor topOf(qint64 page) const;
     void restore(const Anchor &anchor);
     qint64 nearestPage(qint64 page) const;
+    QRectF offsetsAt(double y) const;
     void refit();
 
     PageLayout m_layout;

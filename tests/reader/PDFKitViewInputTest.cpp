@@ -1,6 +1,7 @@
 #include "reader/ReaderViewFixture.h"
 
 #include <QClipboard>
+#include <QHelpEvent>
 #include <QMenu>
 #include <QNativeGestureEvent>
 #include <QPointingDevice>
@@ -198,6 +199,16 @@ TEST_F(PDFKitViewInputTest, TellsOfALinkToTheWeb)
     EXPECT_FALSE(view.canGoBack());
 }
 
+TEST_F(PDFKitViewInputTest, ShowsWhereALinkLeads)
+{
+    pages.links[0] = {{QRectF(100, 100, 50, 20), QUrl(QStringLiteral("https://example.org/paper"))}};
+    showPages();
+    const QPoint at = pointOf(0, {120, 110});
+    QHelpEvent event(QEvent::ToolTip, at, view.viewport()->mapToGlobal(at));
+    QApplication::sendEvent(view.viewport(), &event);
+    EXPECT_EQ(QToolTip::text(), QStringLiteral("https://example.org/paper"));
+}
+
 TEST_F(PDFKitViewInputTest, DoesNotFollowALinkThatWasDragged)
 {
     pages.links[0] = {{QRectF(100, 100, 200, 20), PDFDestination{6, {}}}};
@@ -227,6 +238,9 @@ TEST_F(PDFKitViewInputTest, SelectsByDragDoubleAndTripleClick)
     QTest::mouseMove(view.viewport(), pointOf(0, {99, 110}));
     QTest::mouseRelease(view.viewport(), Qt::LeftButton, {}, pointOf(0, {99, 110}));
     EXPECT_EQ(view.currentSelection()->string(), QStringLiteral("first"));
+    if (QApplication::clipboard()->supportsSelection()) {
+        EXPECT_EQ(QApplication::clipboard()->text(QClipboard::Selection), QStringLiteral("first"));
+    }
 
     const QPoint word = pointOf(0, {125, 110});
     QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, word);

@@ -57,22 +57,23 @@ TEST(PageCache, CountsAPictureThatReplacesAnotherOnce)
     EXPECT_EQ(cache.bytes(), kBytes);
 }
 
-TEST(PageCache, OffersTheNearestScaleAsAStandIn)
+TEST(PageCache, OffersTheSmallestScaleAndOverItTheNearestAsStandIns)
 {
     PageCache cache(100 * kBytes);
-    for (const double scale : {0.25, 1.0, 8.0})
+    for (const double scale : {0.25, 1.0, 4.0, 8.0})
         cache.insert(tileOf(0, scale), pictureOf());
-    const auto standIns = cache.standIns(0, {1.5, 0, false});
-    ASSERT_EQ(standIns.size(), 1u);
-    EXPECT_DOUBLE_EQ(standIns.front().tile.style.scale, 1);
+    const auto standIns = cache.standIns(0, {1.2, 0, false});
+    ASSERT_EQ(standIns.size(), 2u);
+    EXPECT_DOUBLE_EQ(standIns[0].tile.style.scale, 0.25);
+    EXPECT_DOUBLE_EQ(standIns[1].tile.style.scale, 1);
 }
 
 TEST(PageCache, PrefersAStandInThatIsTooLargeToABlurredOne)
 {
     PageCache cache(100 * kBytes);
-    for (const double scale : {1.0, 4.0})
+    for (const double scale : {4.0, 1.0})
         cache.insert(tileOf(0, scale), pictureOf());
-    EXPECT_DOUBLE_EQ(cache.standIns(0, {2, 0, false}).front().tile.style.scale, 4);
+    EXPECT_DOUBLE_EQ(cache.standIns(0, {2, 0, false}).back().tile.style.scale, 4);
 }
 
 TEST(PageCache, OffersNoStandInOfAnotherPageOrLook)

@@ -158,6 +158,15 @@ TEST_F(PageSchedulerTest, DoesNotBlameAPageThatMerelyWaitedWhenTheEngineWasLost)
     EXPECT_EQ(failed, (Pages{5}));
 }
 
+TEST_F(PageSchedulerTest, MayGoWhileAnAnswerArrives)
+{
+    scheduler = std::make_unique<PageScheduler>(
+        *source, [this](const PageJob &, const PageAnswer &) { scheduler.reset(); }, [](const PageJob &) {});
+    scheduler->setPlan({visible(5), visible(6), visible(7)});
+    pages.answerAll();
+    EXPECT_EQ(scheduler, nullptr);
+}
+
 TEST_F(PageSchedulerTest, StopsEverythingWhenItGoes)
 {
     scheduler->setPlan({visible(5), visible(6)});

@@ -133,6 +133,15 @@ TEST_F(ReadingPlanTest, DoesNotFetchAWholeDocumentThatIsSelected)
     EXPECT_EQ(qint64(pagesOf(Kind::Text).size()), kMostSelectedPages);
 }
 
+TEST_F(ReadingPlanTest, WantsNoMoreTextsOfASelectionThanAreKept)
+{
+    show(10);
+    learnAll();
+    selected = {0, 3};
+    contents.setText(0, PDFPageText(QString(300'000, u'x'), QList<QRectF>(300'000)));
+    EXPECT_TRUE(pagesOf(Kind::Text).empty());
+}
+
 TEST_F(ReadingPlanTest, WantsNothingOfADocumentWithoutPages)
 {
     show(0);

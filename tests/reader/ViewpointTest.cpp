@@ -169,6 +169,18 @@ TEST(Viewpoint, MapsThePointsOfATurnedPage)
     expectNear(view.pageTransform(0).map(QPointF(600, 800)), shown.bottomLeft());
 }
 
+TEST(Viewpoint, LetsOneScrollSidewaysOnlyWhereAVisiblePageIsWide)
+{
+    Viewpoint view = viewpointOf({QSizeF(600, 800), QSizeF(900, 800), QSizeF(600, 800)});
+    EXPECT_DOUBLE_EQ(view.offsets().width(), 0);
+    EXPECT_DOUBLE_EQ(view.pageRect(0).left(), 12);
+    view.moveTo({1e9, 820});
+    EXPECT_DOUBLE_EQ(view.offsets().width(), 300);
+    EXPECT_DOUBLE_EQ(view.pageRect(1).right(), 612);
+    view.moveTo({view.offset().x(), 1e9});
+    EXPECT_DOUBLE_EQ(view.pageRect(2).left(), 12);
+}
+
 TEST(Viewpoint, StopsAtTheEdgesOfTheFlow)
 {
     Viewpoint view = tenPages();
