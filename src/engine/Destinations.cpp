@@ -88,11 +88,13 @@ std::optional<PageTarget> Destinations::targetOf(pdf_obj *item) const
     if (!destination)
         return std::nullopt;
     int index = -1;
-    const ObjectHandle page = kept(m_context, [&] {
+    ObjectHandle page = kept(m_context, [&] {
         index = pageIndex(destination.get());
         pdf_obj *named = pdf_array_get(m_context, destination.get(), 0);
-        return pdf_is_dict(m_context, named) ? named : pdf_lookup_page_obj(m_context, m_document, index);
+        return pdf_is_dict(m_context, named) ? named : nullptr;
     });
+    if (!page && index >= 0)
+        page = keptPage(m_context, m_document, index);
     fz_point point = {};
     if (!page || guarded(m_context, [&] { point = pointOf(m_context, page.get(), destination.get()); }))
         return std::nullopt;

@@ -20,3 +20,14 @@ inline ObjectHandle keptDictionary(fz_context *context, pdf_obj *dictionary, pdf
         return pdf_is_dict(context, entry) ? entry : nullptr;
     });
 }
+
+/// Page `index` of the document. MuPDF lends the one that it finds in the page tree, but gives away the one
+/// that it finds by its map of the pages while that is loaded.
+inline ObjectHandle keptPage(fz_context *context, pdf_document *document, int index)
+{
+    const bool isGivenAway = document->fwd_page_map != nullptr;
+    ObjectHandle page = kept(context, [&] { return pdf_lookup_page_obj(context, document, index); });
+    if (isGivenAway)
+        pdf_drop_obj(context, page.get());
+    return page;
+}

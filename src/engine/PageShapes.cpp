@@ -41,8 +41,7 @@ private:
 
     ObjectHandle looked(int index)
     {
-        ObjectHandle page =
-            kept(m_context, [&] { return pdf_lookup_page_obj(m_context, m_document, index); });
+        ObjectHandle page = keptPage(m_context, m_document, index);
         m_siblings = kept(m_context, [&] {
             pdf_obj *parent = pdf_dict_get(m_context, page.get(), PDF_NAME(Parent));
             pdf_obj *kids = pdf_dict_get(m_context, parent, PDF_NAME(Kids));

@@ -7,8 +7,9 @@
 
 PlacedText::PlacedText(Boxes boxes, fz_rect bounds)
     : m_boxesAre(boxes)
-    , m_bounds(bounds)
 {
+    const PageBox most = limited(bounds); // a page may claim to be larger than a message can tell
+    m_bounds = {most.left, most.top, most.right, most.bottom};
 }
 
 void PlacedText::place(fz_rect box)

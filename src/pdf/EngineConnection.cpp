@@ -174,6 +174,7 @@ EngineConnection::EngineConnection(EngineProcess process, std::chrono::milliseco
     : m_process(std::move(process))
     , m_grace(grace)
     , m_stopEvent(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
+    , m_stopFlag(StopFlag::create())
 {
 }
 

@@ -14,6 +14,8 @@
 
 namespace
 {
+static_assert(kMaxGeometriesAtOnce == kMaxShapes);
+
 PDFErrorCode codeOf(Failure failure)
 {
     switch (failure) {

@@ -4,11 +4,14 @@
 
 #include <atomic>
 
-StopFlag::StopFlag()
-    : m_file(MemoryFile::create(kStopFlagBytes))
+StopFlag StopFlag::create()
 {
-    if (m_file)
-        m_memory = SharedMemory::map(m_file->descriptor(), kStopFlagBytes, SharedMemory::Access::ReadWrite);
+    StopFlag flag;
+    flag.m_file = MemoryFile::create(kStopFlagBytes);
+    if (flag.m_file)
+        flag.m_memory =
+            SharedMemory::map(flag.m_file->descriptor(), kStopFlagBytes, SharedMemory::Access::ReadWrite);
+    return flag;
 }
 
 void StopFlag::set(int value)

@@ -7,8 +7,10 @@
 class StopFlag
 {
 public:
-    /// Lowered. Without memory nothing can be told.
-    StopFlag();
+    /// Tells nothing to anybody.
+    StopFlag() = default;
+    /// Lowered. Where there is no memory for it, the same as above.
+    static StopFlag create();
 
     /// Of the memory, for the engine; -1 when there is none.
     int descriptor() const { return m_file ? m_file->descriptor() : -1; }

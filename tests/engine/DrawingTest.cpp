@@ -178,10 +178,12 @@ TEST(Drawing, InTheDarkScannedPrintIsNoPicture)
     EXPECT_EQ(page.at(40, 75), kBlack);
 }
 
-TEST(Drawing, FailsForAPageThatCannotBeHad)
+TEST(Drawing, FailsForAPageThatCannotBeHadOrHasNoSize)
 {
-    OpenedDocument document(PdfBuilder().page(PdfPage{.isBroken = true}).build());
-    std::array<unsigned char, 4> pixel = {};
-    const Reply reply = document.document().draw({.width = 1, .height = 1}, pixel.data());
-    EXPECT_EQ(std::get<FailedReply>(reply).failure, Failure::PageUnavailable);
+    for (const PdfPage &page : {PdfPage{.isBroken = true}, PdfPage{.userUnit = 1'000'000}}) {
+        OpenedDocument document(PdfBuilder().page(page).build());
+        std::array<unsigned char, 4> pixel = {};
+        const Reply reply = document.document().draw({.width = 1, .height = 1}, pixel.data());
+        EXPECT_EQ(std::get<FailedReply>(reply).failure, Failure::PageUnavailable);
+    }
 }

@@ -154,6 +154,16 @@ TEST(PlacedText, ObeysTheUserUnit)
     EXPECT_NEAR(placedTextOf(page).boxes[0].left, 200, 0.1);
 }
 
+TEST(PlacedText, OfAPageLargerThanAnyIsSound)
+{
+    for (double unit : {1e6, 1e11}) {
+        OpenedDocument document(
+            PdfBuilder().page(PdfPage{.lines = {QStringLiteral("far and wide")}, .userUnit = unit}).build());
+        const std::vector<std::uint8_t> message = encoded(1, document.document().placedText({0}));
+        EXPECT_TRUE(decodedReply(MessageKind::TextPlaced, std::span(message).subspan(kHeaderBytes))) << unit;
+    }
+}
+
 TEST(PlacedText, IsCutWithItsBoxes)
 {
     QByteArray drawing;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pdf/MemoryFile.h"
 #include "pdf/PDFDocument.h"
 
 #include <algorithm>
@@ -35,6 +36,7 @@ public:
     };
 
     std::vector<qint64> readPages;
+    std::vector<std::pair<qint64, PDFDrawing>> drawings;
     int restarts = 0;
 
     const PDFAttributes &attributes() const override { return itsAttributes; }
@@ -74,9 +76,16 @@ public:
         return placed == placedTexts.end() ? PDFPageText() : placed->second;
     }
 
-    Result<PDFPagePicture> draw(qint64, const PDFDrawing &drawing, std::stop_token) override
+    /// White paper.
+    Result<PDFPagePicture> draw(qint64 index, const PDFDrawing &drawing, std::stop_token) override
     {
-        return PDFPagePicture(drawing.clip.width(), drawing.clip.height(), nullptr);
+        drawings.push_back({index, drawing});
+        const std::size_t bytes = std::size_t(drawing.clip.width()) * std::size_t(drawing.clip.height()) * 4;
+        const std::optional<MemoryFile> file = MemoryFile::create(bytes);
+        SharedMemory paper = *SharedMemory::map(file->descriptor(), bytes, SharedMemory::Access::ReadWrite);
+        std::fill_n(paper.data(), bytes, uchar(0xff));
+        return PDFPagePicture(drawing.clip.width(), drawing.clip.height(),
+                              std::make_shared<const SharedMemory>(std::move(paper)));
     }
 
     Result<std::vector<PDFOutlineItem>> outline(std::stop_token) override { return itsOutline; }

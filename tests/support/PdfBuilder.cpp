@@ -182,7 +182,12 @@ QByteArray assembled(const QList<QByteArray> &objects, const std::map<int, QByte
     for (qsizetype i = 0; i < objects.size(); ++i)
         add(int(i + 1), objects[i]);
     for (const auto &[number, object] : furtherObjects) {
-        table += QByteArray::number(number) + " 1\n";
+        if (!furtherObjects.contains(number - 1)) {
+            int end = number;
+            while (furtherObjects.contains(end))
+                ++end;
+            table += QByteArray::number(number) + ' ' + QByteArray::number(end - number) + '\n';
+        }
         add(number, object);
     }
     const qsizetype size = furtherObjects.empty() ? objects.size() + 1 : furtherObjects.rbegin()->first + 1;
