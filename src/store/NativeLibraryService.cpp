@@ -162,6 +162,12 @@ QFuture<Result<std::optional<Paper>>> NativeLibraryService::paperByContentHash(c
                         [digest](Database &database) { return selectPaperByContentHash(database, digest); });
 }
 
+QFuture<Result<std::optional<Paper>>> NativeLibraryService::paperByFilepath(const QString &filepath)
+{
+    return m_db.perform(m_urgency,
+                        [filepath](Database &database) { return selectPaperByFilepath(database, filepath); });
+}
+
 QFuture<Result<QStringList>> NativeLibraryService::paperIdsWithPrefix(const QString &prefix)
 {
     // Every text that begins with the prefix sorts before the prefix followed by the last code point.

@@ -49,6 +49,7 @@ public:
     QFuture<Result<PaperCounts>> paperCounts(const std::optional<QString> &cutOff);
     QFuture<Result<std::optional<Paper>>> paperById(const QString &id);
     QFuture<Result<std::optional<Paper>>> paperByContentHash(const QString &digest);
+    QFuture<Result<std::optional<Paper>>> paperByFilepath(const QString &filepath);
     /// The ids that begin with `prefix`, ascending.
     QFuture<Result<QStringList>> paperIdsWithPrefix(const QString &prefix);
     QFuture<Result<Paper>> updateFilepath(const QString &id, const QString &filepath);

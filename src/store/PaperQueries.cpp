@@ -91,6 +91,11 @@ Result<std::optional<Paper>> selectPaperByContentHash(Database &database, const 
                        digest);
 }
 
+Result<std::optional<Paper>> selectPaperByFilepath(Database &database, const QString &filepath)
+{
+    return selectPaper(database, QStringLiteral("SELECT * FROM papers WHERE filepath = ? LIMIT 1"), filepath);
+}
+
 Result<void> lockForPaper(Database &database, const QString &id)
 {
     return database.execute(QStringLiteral("UPDATE papers SET id = id WHERE id = ?"), {id});

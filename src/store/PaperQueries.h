@@ -20,6 +20,7 @@ Result<QList<Paper>> selectPapersByIds(Database &database, const QStringList &id
 
 Result<std::optional<Paper>> selectPaperById(Database &database, const QString &id);
 Result<std::optional<Paper>> selectPaperByContentHash(Database &database, const QString &digest);
+Result<std::optional<Paper>> selectPaperByFilepath(Database &database, const QString &filepath);
 
 /// Takes the write lock for the open transaction, which must not have read yet: a write to the paper that
 /// changes nothing. It waits for other programs and keeps them out, so that what is read next stays true.

@@ -137,6 +137,15 @@ TEST_F(LibraryPapers, AreFoundByTheirContentHash)
     EXPECT_EQ(paper->tags, QStringList{QStringLiteral("x")});
 }
 
+TEST_F(LibraryPapers, AreFoundByTheirPath)
+{
+    library.addPaper(QStringLiteral("a"), QStringLiteral("A"));
+    const auto paper = library.service.paperByFilepath(QStringLiteral("/papers/a.pdf")).result();
+    ASSERT_TRUE(paper.value());
+    EXPECT_EQ((*paper)->id, u"a");
+    EXPECT_EQ(*library.service.paperByFilepath(QStringLiteral("/papers/A.pdf")).result(), std::nullopt);
+}
+
 TEST_F(LibraryPapers, AreFoundByTheBeginningOfTheirIds)
 {
     for (const char *paperId : {"ab12", "ab02", "ab", "ac00", "aa99", "AB00"})
@@ -323,6 +332,7 @@ TEST(LibraryUrgency, IsThatOfTheServiceForEveryOperation)
         background.paperCounts(text),
         background.paperById(text),
         background.paperByContentHash(text),
+        background.paperByFilepath(text),
         background.paperIdsWithPrefix(text),
         background.updateFilepath(text, text),
         background.updatePaper(text, edit),

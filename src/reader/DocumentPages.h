@@ -1,0 +1,29 @@
+#pragma once
+
+#include "reader/PageSource.h"
+
+#include <QObject>
+#include <QPointer>
+
+class ReaderDocument;
+
+/// The pages of an open document.
+class DocumentPages : public PageSource
+{
+public:
+    /// A document that is gone is closed.
+    explicit DocumentPages(ReaderDocument &document);
+
+    ReaderDocument *document() const { return m_document; }
+
+    bool isOpen() const override;
+    qint64 pageCount() const override;
+    void ask(const PlannedJob &planned, std::stop_token stop, Answered answered) override;
+
+private:
+    template <typename Request>
+    void pass(const PlannedJob &planned, std::stop_token stop, Answered answered, Request request);
+
+    QPointer<ReaderDocument> m_document;
+    QObject m_answering; ///< no answer comes after it is gone
+};

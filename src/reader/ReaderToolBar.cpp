@@ -1,0 +1,57 @@
+#include "reader/ReaderToolBar.h"
+
+#include "reader/PageField.h"
+#include "reader/ReaderActions.h"
+#include "reader/ReaderSearchField.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QToolButton>
+
+namespace
+{
+constexpr QSize kIconSize(22, 22);
+/// Of the search field. Chosen: the widest shows its whole placeholder.
+constexpr int kLeastSearchWidth = 140;
+constexpr int kMostSearchWidth = 360;
+} // namespace
+
+ReaderToolBar::ReaderToolBar(ReaderActions &actions, PDFViewerController &controller, QWidget *parent)
+    : QToolBar(QStringLiteral("Reader"), parent)
+    , m_pageField(new PageField(controller, this))
+    , m_searchField(new ReaderSearchField(controller, this))
+{
+    setObjectName(QStringLiteral("readerToolBar"));
+    setMovable(false);
+    setFloatable(false);
+    setContextMenuPolicy(Qt::PreventContextMenu);
+    setIconSize(kIconSize);
+    m_searchField->setMinimumWidth(kLeastSearchWidth);
+    m_searchField->setMaximumWidth(kMostSearchWidth);
+
+    addActions({actions.sidebar, actions.back, actions.forward});
+    addSeparator();
+    addActions({actions.zoomOut, actions.actualSize, actions.zoomIn});
+    addSeparator();
+    addWidget(m_pageField);
+    auto *space = new QWidget(this);
+    space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    addWidget(space);
+    addWidget(m_searchField);
+    addSeparator();
+    addActions({actions.bookmarkSelection, actions.darkMode, actions.rotateRight});
+    addMoreButton(actions);
+}
+
+void ReaderToolBar::addMoreButton(ReaderActions &actions)
+{
+    auto *more = new QToolButton(this);
+    more->setObjectName(QStringLiteral("more"));
+    more->setText(QStringLiteral("More"));
+    more->setToolTip(QStringLiteral("More"));
+    more->setAccessibleName(QStringLiteral("More"));
+    more->setIcon(readerIcon(ReaderSymbol::More));
+    more->setPopupMode(QToolButton::InstantPopup);
+    more->setMenu(actions.makeMoreMenu(more));
+    addWidget(more);
+}
