@@ -74,7 +74,7 @@ void QuirevaultApp::quit()
 {
     m_isQuitting = true;
     // The library window first: it may have a reason to stay, and then the readers stay as well.
-    if (!m_libraryWindow.isOpen() || m_libraryWindow.close())
+    m_isQuitting = !m_libraryWindow.isOpen() || m_libraryWindow.close();
+    if (m_isQuitting)
         QCoreApplication::quit();
-    m_isQuitting = false;
 }

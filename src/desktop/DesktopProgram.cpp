@@ -6,7 +6,9 @@
 #include "app/SessionManager.h"
 #include "desktop/Windows.h"
 #include "platform/Paths.h"
+#include "reader/ReaderServices.h"
 #include "search/NativeSearchService.h"
+#include "store/BookmarkEvents.h"
 #include "ui/AboutPanel.h"
 #include "ui/ContentView.h"
 #include "ui/CoverCache.h"
@@ -59,6 +61,25 @@ struct Parts {
                                   }});
     }
 
+    OpenedWindow makeReaderWindow(const PDFOpenRequest &request)
+    {
+        const ReaderServices readerServices{.library = services.library(),
+                                            .bookmarkEvents = BookmarkEvents::shared(),
+                                            .searchInPaper =
+                                                [this](const QString &paperId, const QString &query) {
+                                                    return services.search().searchInPaper(paperId, query);
+                                                },
+                                            .clock = services.clock(),
+                                            .preferences = services.preferences(),
+                                            .showLibrary = [this] { app.openLibraryWindow(); },
+                                            .searchInLibrary =
+                                                [this](const QString &text) {
+                                                    app.openLibraryWindow();
+                                                    vm.queryText = text;
+                                                }};
+        return showReaderWindow(request, readerServices, sessions, [this] { return app.isQuitting(); });
+    }
+
     Services services{ServiceLocations::ofTheUser()};
     SessionManager sessions{sessionFilePath(), services.clock()};
     LibraryViewModel vm{{.db = services.db(),
@@ -75,7 +96,7 @@ struct Parts {
     QuirevaultApp app{
         {.sessions = sessions,
          .makeLibraryWindow = [this](QuirevaultApp &application) { return makeLibraryWindow(application); },
-         .makeReaderWindow = openInDefaultViewer,
+         .makeReaderWindow = [this](const PDFOpenRequest &request) { return makeReaderWindow(request); },
          .showAbout = [] { showAboutPanel(QApplication::activeWindow()); },
          .showUpdateResult = showUpdateResult}};
 };

@@ -1,7 +1,9 @@
 #include "desktop/Windows.h"
 
+#include "app/SessionManager.h"
+#include "reader/PDFViewerWindow.h"
+
 #include <QApplication>
-#include <QDesktopServices>
 #include <QMessageBox>
 #include <QPointer>
 
@@ -34,10 +36,18 @@ OpenedWindow showLibraryWindow(const ContentView::Collaborators &collaborators)
     return opened(window);
 }
 
-OpenedWindow openInDefaultViewer(const PDFOpenRequest &request)
+OpenedWindow showReaderWindow(const PDFOpenRequest &request, const ReaderServices &services,
+                              SessionManager &sessions, const std::function<bool()> &isQuitting)
 {
-    QDesktopServices::openUrl(request.url);
-    return {};
+    PDFViewerWindow *window = openPDFViewerWindow(request, services);
+    sessions.registerRequest(window->request());
+    QObject::connect(window, &PDFViewerWindow::requestChanged, window,
+                     [&sessions](const PDFOpenRequest &changed) { sessions.update(changed); });
+    QObject::connect(window, &PDFViewerWindow::closed, window, [&sessions, isQuitting](const QUuid &id) {
+        if (!isQuitting())
+            sessions.unregister(id);
+    });
+    return opened(window);
 }
 
 void showUpdateResult(const QString &result)
