@@ -1,11 +1,9 @@
-// Loading, searching, removing.
+// Loading and removing.
 #include "app/LibraryViewModel.h"
 
 #include "app/LibraryViewModelWork.h"
 #include "base/Log.h"
-#include "base/TextClasses.h"
 #include "platform/Preferences.h"
-#include "search/PaperFilter.h"
 #include "store/NativeLibraryService.h"
 #include "store/ReservedTags.h"
 #include "store/SystemSearchPublisher.h"
@@ -18,22 +16,17 @@
 namespace
 {
 
-/// How long typing must pause before the library is searched.
-constexpr std::chrono::milliseconds kSearchPause{400};
-
-/// The longest list that is filtered on the main thread: there it takes less than 5 ms.
-constexpr qsizetype kLongestFilteredAtOnce = 5000;
-
 /// An import, a retag, a walk through folders, and loads beside them; most of their time they wait.
 constexpr int kWorkers = 8;
 
-/// Assigns a list that is known to differ, without a comparison that may take longer than a frame: to the
-/// property it comes after an empty one, which nobody is told of.
-void assignDifferent(QProperty<QList<Paper>> &property, const QList<Paper> &list)
+/// Without the first paper of this id.
+QList<Paper> withoutPaper(QList<Paper> papers, const QString &id)
 {
-    if (!list.isEmpty())
-        property.setValueBypassingBindings({});
-    property = list;
+    const auto gone =
+        std::find_if(papers.cbegin(), papers.cend(), [&](const Paper &paper) { return paper.id == id; });
+    if (gone != papers.cend())
+        papers.erase(gone);
+    return papers;
 }
 
 QStringList withoutReserved(const QStringList &tags)
@@ -187,96 +180,6 @@ QCoro::Task<> LibraryViewModel::loadTags()
     co_await counting;
 }
 
-void LibraryViewModel::onQueryTextChanged()
-{
-    ParsedQuery query(queryText);
-    const QString words = trimmedHorizontally(std::exchange(query.fullText, {}));
-    if (query != m_fieldFilters) {
-        m_fieldFilters = query;
-        filterPapers();
-        filterResults();
-    }
-    m_searchDebounce.reset();
-    if (words.isEmpty())
-        leaveSearch();
-    else
-        m_searchDebounce = m_with.clock.callAfter(kSearchPause, [this, words] { performSearch(words); });
-}
-
-void LibraryViewModel::leaveSearch()
-{
-    ++m_searchMode;
-    m_searches = 0;
-    isSearching = false;
-    searchResults = QList<SearchResult>();
-    updateIsLoading();
-}
-
-QCoro::Task<> LibraryViewModel::performSearch(QString query)
-{
-    requireMainThread();
-    const QPointer self(this);
-    const int mode = m_searchMode;
-    ++m_searches;
-    isSearching = true;
-    updateIsLoading();
-    const QFuture<Result<QList<SearchResult>>> searching = m_with.search(query);
-    const Result<QList<SearchResult>> found = co_await searching;
-    // Of two searches the one that answers last wins, whichever began first.
-    if (!self || mode != m_searchMode)
-        co_return;
-    if (found)
-        searchResults = *found;
-    else
-        errorMessage = found.error().message();
-    --m_searches;
-    updateIsLoading();
-}
-
-void LibraryViewModel::filterPapers()
-{
-    m_stopFiltering.request_stop();
-    m_stopFiltering = {};
-    if (m_fieldFilters.hasFieldFilters() && papers.value().size() > kLongestFilteredAtOnce) {
-        filterOnWorker(m_fieldFilters);
-        return;
-    }
-    QList<Paper> old = filteredPapers;
-    filteredPapers = ::filteredPapers(papers, m_fieldFilters);
-    destroyElsewhere(std::move(old));
-}
-
-QCoro::Task<> LibraryViewModel::filterOnWorker(ParsedQuery query)
-{
-    const QPointer self(this);
-    const std::stop_token stop = m_stopFiltering.get_token();
-    QFuture<FilteredPapers> filtering =
-        QtConcurrent::run(&m_workers, [stop, query, list = papers.value(), shown = filteredPapers.value()] {
-            const QList<Paper> passing = ::filteredPapers(list, query, stop);
-            return FilteredPapers{.papers = passing, .isNews = passing != shown};
-        });
-    FilteredPapers filtered = co_await filtering;
-    if (!self)
-        co_return;
-    QList<Paper> old = filteredPapers;
-    if (filtered.isNews && !stop.stop_requested())
-        assignDifferent(filteredPapers, filtered.papers);
-    destroyElsewhere(std::move(old), std::move(filtered), std::move(filtering));
-}
-
-void LibraryViewModel::filterResults()
-{
-    filteredSearchResults =
-        filteredResults(searchResults, m_fieldFilters, papers,
-                        currentSidebarItem.value().isTag() ? ListedPapers::OneTag : ListedPapers::Everything);
-}
-
-void LibraryViewModel::requestSearchFocus()
-{
-    requireMainThread();
-    searchFocusRequest = searchFocusRequest + 1;
-}
-
 void LibraryViewModel::select(const std::optional<Paper> &paper)
 {
     requireMainThread();
@@ -301,25 +204,33 @@ QCoro::Task<> LibraryViewModel::deletePaper(Paper paper)
         errorMessage = deleted.error().message();
         co_return;
     }
-    forget(paper.id);
+    QCoro::Task<> forgetting = forget(paper.id);
     QCoro::Task<> loading = loadTags();
+    co_await forgetting;
     co_await loading;
 }
 
 /// Takes a paper that the library has no more out of what is shown.
-void LibraryViewModel::forget(const QString &paperId)
+QCoro::Task<> LibraryViewModel::forget(QString paperId)
 {
-    QList<Paper> rest = papers;
-    const auto gone =
-        std::find_if(rest.cbegin(), rest.cend(), [&](const Paper &paper) { return paper.id == paperId; });
-    if (gone != rest.cend()) {
-        rest.erase(gone);
-        replacePapers(rest);
-    }
+    const QPointer self(this);
+    if (selectedPaper.value() && selectedPaper.value()->id == paperId)
+        selectedPaper = std::nullopt;
     QList<SearchResult> results = searchResults;
     results.removeIf([&](const SearchResult &result) { return result.paperId == paperId; });
     searchResults = results;
-    if (selectedPaper.value() && selectedPaper.value()->id == paperId)
-        selectedPaper = std::nullopt;
     discardLoads();
+    QList<Paper> shown;
+    QList<Paper> rest;
+    do { // again, if a load or another removal came first
+        shown = papers;
+        const QFuture<QList<Paper>> removing =
+            QtConcurrent::run(&m_workers, [shown, paperId] { return withoutPaper(shown, paperId); });
+        rest = co_await removing;
+        if (!self)
+            co_return;
+    } while (!papers.value().isSharedWith(shown));
+    if (rest.size() < shown.size())
+        replacePapers(rest);
+    destroyElsewhere(std::move(shown));
 }

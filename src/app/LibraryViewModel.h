@@ -40,9 +40,9 @@ struct RetagCount;
 /// Belongs to the main thread: every field and operation, and the process dies of an assertion elsewhere.
 /// Long work runs on other threads; what it finds is assigned on the main thread.
 ///
-/// Its operations lie in four files: LibraryViewModel.cpp (loading, searching, removing),
+/// Its operations lie in five files: LibraryViewModel.cpp (loading, removing), LibraryViewModelSearch.cpp,
 /// LibraryViewModelImport.cpp, LibraryViewModelTags.cpp and LibraryViewModelPapers.cpp (one paper's tags,
-/// attributes and bookmarks).
+/// attributes and bookmarks). LibraryViewModelWork.h is theirs alone.
 class LibraryViewModel : public QObject
 {
 public:
@@ -163,7 +163,7 @@ private:
     void replacePapers(const QList<Paper> &list);
     void discardLoads();
     void updateIsLoading();
-    void forget(const QString &paperId);
+    QCoro::Task<> forget(QString paperId);
 
     void onQueryTextChanged();
     void leaveSearch();
@@ -180,8 +180,7 @@ private:
     QCoro::Task<> reload();
     bool refuseTag(const QString &name);
     QCoro::Task<> afterTagChange(QFuture<Result<void>> changing, QString changed, SidebarItem successor);
-    using ChangePaper = std::function<void(NativeLibraryService &library, const Paper &paper)>;
-    QCoro::Task<> changeEach(QList<Paper> changed, ChangePaper change);
+    QCoro::Task<> changeOnWorker(std::function<void(std::stop_token stop)> change);
     void foldIn(const RetagCount &count);
 
     QCoro::Task<> afterPaperChange(QFuture<Result<void>> changing, QString paperId);

@@ -11,6 +11,50 @@
 #include <algorithm>
 #include <qcorofuture.h>
 
+namespace
+{
+
+/// Papers that are tagged in one go. Chosen: a transaction a paper takes many times as long, and other
+/// operations wait for one of these a few milliseconds.
+constexpr qsizetype kPapersPerTransaction = 100;
+
+/// Tags the papers in their order; one that fails does not keep the others from it.
+Result<void> tagEach(Database &database, const QList<Paper> &papers, const QString &tag)
+{
+    return inTransaction(database, [&]() -> Result<void> {
+        for (const Paper &paper : papers) {
+            Result<void> tagged = database.execute(
+                QStringLiteral("INSERT OR IGNORE INTO tags (paper_id, tag) VALUES (?, ?)"), {paper.id, tag});
+            if (tagged && tag != QLatin1String(kUntaggedTag))
+                tagged = database.execute(QStringLiteral("DELETE FROM tags WHERE paper_id = ? AND tag = ?"),
+                                          {paper.id, QLatin1String(kUntaggedTag)});
+            if (!tagged)
+                logLine(u"Failed to tag " + paper.id + u": " + tagged.error().message());
+        }
+        return {};
+    });
+}
+
+void tagTogether(DatabaseManager &db, const QList<Paper> &papers, const QString &tag)
+{
+    const auto tagAll = [papers, tag](Database &database) {
+        return tagEach(database, papers, tag);
+    };
+    const Result<void> done = db.perform(Urgency::PersonWaits, tagAll).result();
+    if (done)
+        return;
+    for (const Paper &paper : papers) // none of them was written
+        logLine(u"Failed to tag " + paper.id + u": " + done.error().message());
+}
+
+void untag(NativeLibraryService &library, const QString &paperId, const QString &tag)
+{
+    if (const Result<void> removed = library.removeTag(paperId, tag).result(); !removed)
+        logLine(u"Failed to remove tag from " + paperId + u": " + removed.error().message());
+}
+
+} // namespace
+
 Result<void> tagPaper(NativeLibraryService &library, const QString &paperId, const QString &tag)
 {
     Result<void> tagged = library.addTag(paperId, tag).result();
@@ -104,43 +148,38 @@ QCoro::Task<> LibraryViewModel::tagVisiblePapers(QString name)
     name = trimmedHorizontally(name);
     if (refuseTag(name))
         co_return;
-    const auto tag = [name](NativeLibraryService &library, const Paper &paper) {
-        if (const Result<void> tagged = tagPaper(library, paper.id, name); !tagged)
-            logLine(u"Failed to tag " + paper.id + u": " + tagged.error().message());
+    const auto tagAll = [this, name, visible = filteredPapers.value()](const std::stop_token &stop) {
+        for (qsizetype at = 0; at < visible.size() && !stop.stop_requested(); at += kPapersPerTransaction)
+            tagTogether(m_with.db, visible.mid(at, kPapersPerTransaction), name);
     };
-    QCoro::Task<> changing = changeEach(filteredPapers, tag);
+    QCoro::Task<> changing = changeOnWorker(tagAll);
     co_await changing;
 }
 
 QCoro::Task<> LibraryViewModel::removeTagFromVisiblePapers(QString name)
 {
     requireMainThread();
-    const auto untag = [name](NativeLibraryService &library, const Paper &paper) {
-        if (!paper.tags.contains(name))
-            return;
-        if (const Result<void> removed = library.removeTag(paper.id, name).result(); !removed)
-            logLine(u"Failed to remove tag from " + paper.id + u": " + removed.error().message());
+    const auto untagAll = [this, name, visible = filteredPapers.value()](const std::stop_token &stop) {
+        for (const Paper &paper : visible) {
+            if (stop.stop_requested())
+                return;
+            if (paper.tags.contains(name))
+                untag(m_with.library, paper.id, name);
+        }
     };
-    QCoro::Task<> changing = changeEach(filteredPapers, untag);
+    QCoro::Task<> changing = changeOnWorker(untagAll);
     co_await changing;
 }
 
-/// Changes the papers one after another on a worker, then reloads.
-QCoro::Task<> LibraryViewModel::changeEach(QList<Paper> changed, ChangePaper change)
+/// Changes many papers, then reloads.
+QCoro::Task<> LibraryViewModel::changeOnWorker(std::function<void(std::stop_token stop)> change)
 {
     const QPointer self(this);
-    QFuture<void> changing =
-        QtConcurrent::run(&m_workers, [&library = m_with.library, changed, change, stop = m_end.get_token()] {
-            for (const Paper &paper : changed) {
-                if (stop.stop_requested())
-                    return;
-                change(library, paper);
-            }
-        });
+    QFuture<void> changing = QtConcurrent::run(&m_workers, change, m_end.get_token());
     co_await changing;
     if (!self)
         co_return;
-    destroyElsewhere(std::move(changed), std::move(changing));
+    destroyElsewhere(std::move(change), std::move(changing));
     QCoro::Task<> reloading = reload();
     co_await reloading;
 }

@@ -26,5 +26,14 @@ template <typename... T> void LibraryViewModel::destroyElsewhere(T... things)
     m_workers.start([... things = std::move(things)] {});
 }
 
+/// Assigns a list that is known to differ, without a comparison that may take longer than a frame: to the
+/// property it comes after an empty one, which nobody is told of.
+inline void assignDifferent(QProperty<QList<Paper>> &property, const QList<Paper> &list)
+{
+    if (!list.isEmpty())
+        property.setValueBypassingBindings({});
+    property = list;
+}
+
 /// Gives the paper a tag of the user's; one that has a real tag is no longer untagged. Blocks.
 Result<void> tagPaper(NativeLibraryService &library, const QString &paperId, const QString &tag);

@@ -297,10 +297,9 @@ protected:
     }
 };
 
-TEST_F(LongLibrary, IsFilteredOnAnotherThread)
+TEST_F(LongLibrary, IsFilteredAsAShortOneIs)
 {
     type(QStringLiteral("title:599"));
-    EXPECT_EQ(filtered().size(), kPapers) << "the main thread does not wait for it";
     waitForPapers(16);
     EXPECT_TRUE(filtered().contains(u"p5990"));
 }
