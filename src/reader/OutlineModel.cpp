@@ -1,5 +1,13 @@
 #include "reader/OutlineModel.h"
 
+#include <QFontMetrics>
+#include <QGuiApplication>
+
+namespace
+{
+constexpr int kRowPadding = 8;
+}
+
 void OutlineModel::setOutline(const QList<OutlineElement> &outline)
 {
     beginResetModel();
@@ -55,6 +63,8 @@ int OutlineModel::columnCount(const QModelIndex &) const
 
 QVariant OutlineModel::data(const QModelIndex &index, int role) const
 {
+    if (role == Qt::SizeHintRole)
+        return QSize(0, QFontMetrics(QGuiApplication::font()).height() + kRowPadding);
     const bool isText = role == Qt::DisplayRole || role == Qt::ToolTipRole;
     return index.isValid() && isText ? QVariant(element(index).label) : QVariant();
 }

@@ -34,18 +34,25 @@ OutlinePane::OutlinePane(PDFViewerController &controller, PDFView &view, QTreeVi
     connect(m_tree, &QTreeView::clicked, this, &OutlinePane::open);
     // Return; a click that activates as well goes to the same place twice, which is one jump.
     connect(m_tree, &QTreeView::activated, this, &OutlinePane::open);
-    m_observer = m_controller.outline.addNotifier([this] { showOutline(); });
+    m_observers.push_back(m_controller.outline.addNotifier([this] { showOutline(); }));
+    m_observers.push_back(m_controller.pageCount.addNotifier([this] { explainEmptiness(); }));
     showOutline();
 }
 
 void OutlinePane::showOutline()
 {
     m_model.setOutline(m_controller.outline);
-    setHint(m_model.rowCount() > 0 ? QString() : QStringLiteral("This document has no outline."));
+    explainEmptiness();
     if (m_model.rowCount() == 1)
         m_tree->expand(m_model.index(0, 0));
     else if (m_model.rowCount() < kMostExpandedItems / 4)
         m_tree->expandToDepth(0);
+}
+
+void OutlinePane::explainEmptiness()
+{
+    const bool isEmpty = m_controller.pageCount > 0 && m_model.rowCount() == 0;
+    setHint(isEmpty ? QStringLiteral("This document has no outline.") : QString());
 }
 
 void OutlinePane::open(const QModelIndex &index)

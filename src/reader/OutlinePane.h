@@ -4,6 +4,7 @@
 #include "reader/OutlineModel.h"
 
 #include <QProperty>
+#include <vector>
 
 class PDFView;
 class PDFViewerController;
@@ -21,11 +22,12 @@ public:
 private:
     OutlinePane(PDFViewerController &controller, PDFView &view, QTreeView *tree, QWidget *parent);
     void showOutline();
+    void explainEmptiness();
     void open(const QModelIndex &index);
 
     PDFViewerController &m_controller;
     PDFView &m_view;
     QTreeView *m_tree;
     OutlineModel m_model;
-    QPropertyNotifier m_observer;
+    std::vector<QPropertyNotifier> m_observers;
 };

@@ -65,8 +65,11 @@ void PDFKitView::goToSelection(const PDFSelection &selection)
     const auto shown = [&] {
         return m_viewpoint.pageTransform(page).mapRect(line);
     };
-    if (frame.contains(shown()))
+    if (frame.contains(shown())) {
+        m_jumpedTo = page; // where one looks now, however little of that page shows
+        tellChanges();
         return;
+    }
     jump([&] {
         m_viewpoint.jumpToPage(page);
         const QRectF there = shown();

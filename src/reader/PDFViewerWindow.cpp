@@ -33,9 +33,11 @@ PDFViewerWindow::PDFViewerWindow(const PDFOpenRequest &request, ReaderServices s
     makeParts();
     observe();
     m_controller->setRequest(m_request);
-    showTitle();
-    findPaper();
     m_view->setFocus();
+    // Both may have had their answer already.
+    moveTo(m_opening->path);
+    showState();
+    findPaper();
 }
 
 PDFViewerWindow::~PDFViewerWindow()

@@ -5,6 +5,12 @@
 
 #include <QKeyEvent>
 
+namespace
+{
+/// Of the symbols at both ends, in heights of the field.
+constexpr int kRoomForSymbols = 3;
+} // namespace
+
 ReaderSearchField::ReaderSearchField(PDFViewerController &controller, QWidget *parent)
     : QLineEdit(controller.searchText.value(), parent)
     , m_controller(controller)
@@ -13,6 +19,7 @@ ReaderSearchField::ReaderSearchField(PDFViewerController &controller, QWidget *p
     setAccessibleName(QStringLiteral("Search this paper"));
     setPlaceholderText(QStringLiteral("Power Search (e.g. attention AND transformer*)"));
     setClearButtonEnabled(true);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     addAction(readerIcon(ReaderSymbol::Search), LeadingPosition);
     connect(this, &QLineEdit::textChanged, this,
             [this](const QString &text) { m_controller.searchText = text; });
@@ -20,6 +27,13 @@ ReaderSearchField::ReaderSearchField(PDFViewerController &controller, QWidget *p
         if (text() != m_controller.searchText.value())
             setText(m_controller.searchText.value());
     });
+}
+
+QSize ReaderSearchField::sizeHint() const
+{
+    const QSize usual = QLineEdit::sizeHint();
+    return {fontMetrics().horizontalAdvance(placeholderText()) + kRoomForSymbols * usual.height(),
+            usual.height()};
 }
 
 void ReaderSearchField::keyPressEvent(QKeyEvent *event)

@@ -15,6 +15,9 @@ public:
     /// `controller` must outlive the field.
     explicit ReaderSearchField(PDFViewerController &controller, QWidget *parent = nullptr);
 
+    /// Wide enough for the whole placeholder.
+    QSize sizeHint() const override;
+
 Q_SIGNALS:
     /// The keyboard belongs to the document again.
     void leaving();

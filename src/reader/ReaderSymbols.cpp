@@ -25,7 +25,7 @@ constexpr std::array kThemeNames = {
     "edit-find",             // Search
     "view-list-tree",        // Outline
     "bookmarks",             // Bookmarks
-    "dialog-warning",        // Warning
+    "data-warning",          // Warning
     "data-warning",          // MissingFile
     "object-locked",         // Locked
 };

@@ -11,9 +11,7 @@
 namespace
 {
 constexpr QSize kIconSize(22, 22);
-/// Of the search field. Chosen: the widest shows its whole placeholder.
 constexpr int kLeastSearchWidth = 140;
-constexpr int kMostSearchWidth = 360;
 } // namespace
 
 ReaderToolBar::ReaderToolBar(ReaderActions &actions, PDFViewerController &controller, QWidget *parent)
@@ -27,7 +25,6 @@ ReaderToolBar::ReaderToolBar(ReaderActions &actions, PDFViewerController &contro
     setContextMenuPolicy(Qt::PreventContextMenu);
     setIconSize(kIconSize);
     m_searchField->setMinimumWidth(kLeastSearchWidth);
-    m_searchField->setMaximumWidth(kMostSearchWidth);
 
     addActions({actions.sidebar, actions.back, actions.forward});
     addSeparator();

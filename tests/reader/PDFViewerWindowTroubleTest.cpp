@@ -124,7 +124,7 @@ TEST_F(PDFViewerWindowTrouble, ReadsOnWhereItWasWhenItTriesAgain)
     request.page = 2;
     openAndArrive(request);
     ASSERT_EQ(kill(children().first(), SIGKILL), 0);
-    reader().highlight(QStringLiteral("some"), 1);
+    reader().highlight(QStringLiteral("second"), 2);
     awaitStage(Stage::Failed);
     press("tryAgain");
     awaitStage(Stage::Open);

@@ -89,10 +89,3 @@ TEST_F(PagePrinterTest, EndsWhenItIsCancelled)
     EXPECT_EQ(QCoro::waitFor(pages.print()), std::nullopt);
     EXPECT_EQ(progress, QList<qint64>{1});
 }
-
-TEST_F(PagePrinterTest, SaysThatThePrinterCannotBeUsed)
-{
-    printer->setOutputFileName(folder.path(QStringLiteral("no/such/folder/out.pdf")));
-    PagePrinter pages(*document, printer);
-    EXPECT_EQ(QCoro::waitFor(pages.print()), QStringLiteral("The printer cannot be used."));
-}
