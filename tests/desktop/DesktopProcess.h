@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/Programs.h"
 #include "support/TemporaryFolder.h"
 
 #include <QProcess>
@@ -45,7 +46,7 @@ public:
 
     void start()
     {
-        m_process.start(QStringLiteral(QUIREVAULT_PROGRAM), QStringList());
+        m_process.start(commandLineProgram(), QStringList());
         EXPECT_TRUE(m_process.waitForStarted());
     }
 

@@ -4,6 +4,7 @@
 #include "support/Printing.h"
 #include "support/PrivateBus.h"
 #include "support/Program.h"
+#include "support/Programs.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -107,7 +108,7 @@ TEST(DesktopProgramOfAnInstallation, IsMissedByName)
 {
     const TemporaryFolder folder;
     const QString alone = folder.path(QStringLiteral("quirevault"));
-    ASSERT_TRUE(QFile::copy(QStringLiteral(QUIREVAULT_PROGRAM), alone));
+    ASSERT_TRUE(QFile::copy(commandLineProgram(), alone));
     QProcess process;
     process.start(alone, QStringList());
     ASSERT_TRUE(process.waitForFinished());

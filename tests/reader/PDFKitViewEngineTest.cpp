@@ -3,6 +3,7 @@
 #include "reader/ReaderDocument.h"
 #include "reader/ReaderViewFixture.h"
 #include "support/PdfBuilder.h"
+#include "support/Programs.h"
 #include "support/TemporaryFolder.h"
 
 #include <QEventLoop>
@@ -23,7 +24,7 @@ protected:
                 if (!file)
                     return file.error();
                 EngineOptions options;
-                options.program = QStringLiteral(QUIREVAULT_ENGINE_PROGRAM);
+                options.program = pdfEngineProgram();
                 return EngineDocument::open(*file, options, stop);
             });
         ASSERT_TRUE(m_document->open().result());

@@ -5,6 +5,7 @@
 #include "app/Services.h"
 #include "search/NativeSearchService.h"
 #include "support/PdfBuilder.h"
+#include "support/Programs.h"
 #include "support/TemporaryFolder.h"
 #include "support/ViewModelFixture.h"
 #include "ui/ContentView.h"
@@ -57,7 +58,7 @@ struct RealLibraryWindow {
     /// Set before the services, which take it from the environment.
     bool hasOwnSettings = qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit()) &&
                           qputenv("QUIREVAULT_OPENLIBRARY_URL", "") &&
-                          qputenv("QUIREVAULT_PDF_ENGINE", QUIREVAULT_ENGINE_PROGRAM);
+                          qputenv("QUIREVAULT_PDF_ENGINE", pdfEngineProgram().toLocal8Bit());
     Services services{{.libraryDatabase = home.path(QStringLiteral("library.db")),
                        .covers = home.path(QStringLiteral("covers"))}};
     LibraryViewModel vm{{.db = services.db(),
