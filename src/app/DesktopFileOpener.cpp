@@ -5,6 +5,7 @@
 #include <QDBusPendingCallWatcher>
 #include <QDesktopServices>
 #include <QFileInfo>
+#include <QFutureWatcher>
 #include <QtConcurrentRun>
 
 namespace
@@ -60,14 +61,17 @@ void DesktopFileOpener::showInFolder(const QString &path, Done done)
 
 void DesktopFileOpener::whenItExists(const QString &path, Done failed, std::function<void()> go)
 {
-    QtConcurrent::run([path] {
-        return QFileInfo::exists(path);
-    }).then(this, [path, failed = std::move(failed), go = std::move(go)](bool exists) {
-        if (exists)
-            go();
-        else
-            failed(problem(kMissing, QStringLiteral("The file is no longer there"), path));
-    });
+    // A watcher, not QFuture::then() with a context, which must not be destroyed before the answer comes.
+    auto *watcher = new QFutureWatcher<bool>(this);
+    connect(watcher, &QFutureWatcherBase::finished, this,
+            [watcher, path, failed = std::move(failed), go = std::move(go)] {
+                watcher->deleteLater();
+                if (watcher->result())
+                    go();
+                else
+                    failed(problem(kMissing, QStringLiteral("The file is no longer there"), path));
+            });
+    watcher->setFuture(QtConcurrent::run([path] { return QFileInfo::exists(path); }));
 }
 
 void DesktopFileOpener::openInDefault(const QUrl &url, const QString &path, const Done &done)

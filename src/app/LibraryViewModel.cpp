@@ -184,6 +184,20 @@ void LibraryViewModel::select(const std::optional<Paper> &paper)
 {
     requireMainThread();
     selectedPaper = paper;
+    // A search result stands for its paper and knows little of it.
+    if (paper && paper->pageCount == 0)
+        readSelected(paper->id);
+}
+
+QCoro::Task<> LibraryViewModel::readSelected(QString paperId)
+{
+    const QPointer self(this);
+    const QFuture<Result<std::optional<Paper>>> reading = m_with.library.paperById(paperId);
+    const Result<std::optional<Paper>> paper = co_await reading;
+    if (!self || !paper || !*paper)
+        co_return;
+    if (selectedPaper.value() && selectedPaper.value()->id == paperId)
+        selectedPaper = *paper;
 }
 
 void LibraryViewModel::requestDelete(const Paper &paper)
@@ -208,6 +222,8 @@ QCoro::Task<> LibraryViewModel::deletePaper(Paper paper)
     QCoro::Task<> loading = loadTags();
     co_await forgetting;
     co_await loading;
+    if (self)
+        leaveVanishedTag();
 }
 
 /// Takes a paper that the library has no more out of what is shown.

@@ -164,6 +164,7 @@ private:
     void discardLoads();
     void updateIsLoading();
     QCoro::Task<> forget(QString paperId);
+    QCoro::Task<> readSelected(QString paperId);
 
     void onQueryTextChanged();
     void leaveSearch();
@@ -171,13 +172,14 @@ private:
     QCoro::Task<> filterOnWorker(ParsedQuery query);
     void filterResults();
 
-    bool refuseWhileImporting();
+    bool refuseImport();
     QCoro::Task<> runImport(QStringList paths);
     void foldIn(const ImportProgress &progress);
     void finishImport(const ImportOutcome &outcome);
     void tellProblems();
 
     QCoro::Task<> reload();
+    void leaveVanishedTag();
     bool refuseTag(const QString &name);
     QCoro::Task<> afterTagChange(QFuture<Result<void>> changing, QString changed, SidebarItem successor);
     QCoro::Task<> changeOnWorker(std::function<void(std::stop_token stop)> change);

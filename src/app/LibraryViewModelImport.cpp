@@ -72,7 +72,7 @@ void LibraryViewModel::chooseAndImport()
 QCoro::Task<> LibraryViewModel::importLocations(QStringList locations)
 {
     requireMainThread();
-    if (refuseWhileImporting())
+    if (refuseImport())
         co_return;
     const QPointer self(this);
     const QFuture<DiscoveredPDFs> discovering = QtConcurrent::run(
@@ -94,7 +94,7 @@ QCoro::Task<> LibraryViewModel::importLocations(QStringList locations)
 QCoro::Task<> LibraryViewModel::importURLs(QStringList candidates, bool containsFolder)
 {
     requireMainThread();
-    if (refuseWhileImporting())
+    if (refuseImport())
         co_return;
     const QPointer self(this);
     // Picking out and sorting tens of thousands of paths takes longer than a frame.
@@ -106,7 +106,7 @@ QCoro::Task<> LibraryViewModel::importURLs(QStringList candidates, bool contains
         return fresh;
     });
     const QStringList fresh = co_await comparing;
-    if (!self || refuseWhileImporting())
+    if (!self || refuseImport())
         co_return;
     if (fresh.isEmpty()) {
         errorMessage =
@@ -130,11 +130,13 @@ void LibraryViewModel::tellProblems()
     m_problems.clear();
 }
 
-bool LibraryViewModel::refuseWhileImporting()
+bool LibraryViewModel::refuseImport()
 {
     if (isImporting)
         errorMessage = QStringLiteral("An import is running. Add more files when it has ended.");
-    return isImporting;
+    else if (showImportPicker)
+        errorMessage = QStringLiteral("Found PDFs wait to be reviewed. Add more files when that is done.");
+    return isImporting || showImportPicker;
 }
 
 void LibraryViewModel::importSelected(const QStringList &paths)

@@ -87,8 +87,19 @@ QCoro::Task<> LibraryViewModel::reload()
 {
     QCoro::Task<> papersLoading = loadPapers();
     QCoro::Task<> tagsLoading = loadTags();
+    const QPointer self(this);
     co_await papersLoading;
     co_await tagsLoading;
+    if (self)
+        leaveVanishedTag();
+}
+
+/// A tag that went with its last paper cannot stay selected.
+void LibraryViewModel::leaveVanishedTag()
+{
+    const SidebarItem shown = currentSidebarItem;
+    if (shown.isTag() && !allTags.value().contains(shown.tag))
+        currentSidebarItem = SidebarItem();
 }
 
 /// Waits for a change of the tag `changed`; a selection of that tag moves on to `successor`.

@@ -1,7 +1,7 @@
 #include "ui/FileSizes.h"
 
 #include <QFileInfo>
-#include <QFuture>
+#include <QFutureWatcher>
 #include <QPromise>
 #include <QThreadPool>
 #include <QTimer>
@@ -34,11 +34,15 @@ void FileSizes::readBatch()
 {
     auto promise = std::make_shared<QPromise<Sizes>>();
     promise->start();
-    // The continuation is dropped when this object is gone by then.
-    promise->future().then(this, [this](const Sizes &sizes) {
+    // A watcher, not QFuture::then() with a context, which must not be destroyed before the answer comes.
+    auto *watcher = new QFutureWatcher<Sizes>(this);
+    connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher] {
+        watcher->deleteLater();
+        const Sizes sizes = watcher->result();
         for (const auto &[key, bytes] : sizes)
             Q_EMIT arrived(key, bytes);
     });
+    watcher->setFuture(promise->future());
     QThreadPool::globalInstance()->start([promise, batch = std::exchange(m_batch, {})] {
         promise->addResult(read(batch));
         promise->finish();

@@ -107,8 +107,10 @@ void LibraryAlertsModifier::showImportPicker()
     if (m_picker)
         return;
     m_picker = new ImportPicker(m_vm.discoveredPDFs, m_window);
-    connect(m_picker, &QDialog::finished, this, [this](int result) {
-        const QStringList ticked = m_picker->tickedPaths();
+    connect(m_picker, &QDialog::finished, this, [this, picker = m_picker.data()](int result) {
+        if (picker != m_picker)
+            return; // it has been heard already
+        const QStringList ticked = picker->tickedPaths();
         m_picker.clear(); // closing deletes it
         m_vm.showImportPicker = false;
         if (result == QDialog::Accepted)

@@ -6,6 +6,7 @@
 #include "ui/SearchField.h"
 #include "ui/SearchResultsView.h"
 
+#include <QKeyEvent>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -98,4 +99,12 @@ void LibraryView::showContent()
 void LibraryView::focusContent()
 {
     m_content->currentWidget()->setFocus(Qt::OtherFocusReason);
+}
+
+void LibraryView::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() != Qt::Key_Escape || m_vm.queryText.value().isEmpty())
+        return QWidget::keyPressEvent(event);
+    m_vm.queryText = QString();
+    focusContent();
 }

@@ -28,6 +28,9 @@ public:
     SearchResultsView *results() const { return m_results; }
     void focusContent(); ///< gives the cards that are shown the keyboard focus
 
+protected:
+    void keyPressEvent(QKeyEvent *event) override; ///< Escape leaves the search from its results as well
+
 private:
     void layOut();
     void observe();

@@ -75,6 +75,7 @@ void Sidebar::setUpView()
     m_view->viewport()->setBackgroundRole(QPalette::Window);
     m_view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_view->setDragDropMode(QAbstractItemView::DropOnly);
+    m_view->setDragDropOverwriteMode(true); // a row takes a card up to its edges
     m_view->setDropIndicatorShown(true);
     m_view->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_view, &QWidget::customContextMenuRequested, this, &Sidebar::showMenu);

@@ -15,8 +15,10 @@ WindowMenu::WindowMenu(QWidget *window)
 void WindowMenu::listWindows()
 {
     const QList<QAction *> all = actions();
-    for (QAction *old : all.mid(all.indexOf(m_separator) + 1))
+    for (QAction *old : all.mid(all.indexOf(m_separator) + 1)) {
+        removeAction(old);
         old->deleteLater();
+    }
     const QWidgetList windows = QApplication::topLevelWidgets();
     for (QWidget *window : windows) {
         if (!qobject_cast<QMainWindow *>(window) || !window->isVisible())

@@ -117,6 +117,16 @@ TEST_F(LibraryViewModelImportTest, ImportsWhatThePanelAnswers)
     EXPECT_EQ(shown(), QStringList{u"id of " + path});
 }
 
+TEST_F(LibraryViewModelImportTest, KeepsFilesThatWaitForReviewWhenMoreAreDropped)
+{
+    waitFor(vm().importURLs({m_a, m_b}, false));
+    waitFor(vm().importURLs({QStringLiteral("/late.pdf")}, false));
+    EXPECT_FALSE(vm().isImporting);
+    EXPECT_EQ(vm().discoveredPDFs.value(), (QStringList{m_a, m_b}));
+    EXPECT_EQ(vm().errorMessage.value(),
+              QStringLiteral("Found PDFs wait to be reviewed. Add more files when that is done."));
+}
+
 TEST_F(LibraryViewModelImportTest, ImportsOnlyWhatWasSelected)
 {
     waitFor(vm().importURLs({m_a, m_b}, false));

@@ -132,6 +132,13 @@ TEST_F(LibraryViewModelTagsTest, FallsBackToAllPapersFromADeletedTag)
     EXPECT_EQ(shown(), (QStringList{m_a, m_b}));
 }
 
+TEST_F(LibraryViewModelTagsTest, FallsBackToAllPapersFromATagThatWentWithItsLastPaper)
+{
+    choose(SidebarItem::ofTag(m_topology));
+    waitFor(vm().removeTag(m_a, m_topology));
+    EXPECT_EQ(selected(), SidebarItem());
+}
+
 TEST_F(LibraryViewModelTagsTest, ShowsWhyATagCannotBeCreated)
 {
     failChangesOf(QStringLiteral("tag_definitions"));

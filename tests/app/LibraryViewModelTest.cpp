@@ -183,6 +183,17 @@ TEST_F(LibraryViewModelTest, KeepsTheSelectedPaperInStepWithTheLibrary)
     EXPECT_EQ(vm().selectedPaper.value(), std::nullopt);
 }
 
+TEST_F(LibraryViewModelTest, ReadsThePaperThatASelectedSearchResultStandsFor)
+{
+    const Paper paper = addPaper(m_a, QStringLiteral("A"), {QStringLiteral("tag")});
+    Paper substitute;
+    substitute.id = m_a;
+    substitute.title = paper.title;
+    vm().select(substitute);
+    waitUntil(vm().selectedPaper, [](const auto &shown) { return !shown->tags.isEmpty(); });
+    EXPECT_EQ(vm().selectedPaper.value()->tags, paper.tags);
+}
+
 TEST_F(LibraryViewModelTest, LeavesAPaperThatIsSelectedMeanwhileAlone)
 {
     const Paper first = addPaper(m_a, m_a);

@@ -6,6 +6,7 @@
 #include "ui/WindowFixture.h"
 
 #include <QLabel>
+#include <QTest>
 #include <gtest/gtest.h>
 
 namespace
@@ -74,4 +75,16 @@ TEST_F(LibraryViewTest, ShowsTheResultsWhileAQueryIsInForce)
     EXPECT_FALSE(isShown<LibraryGrid>());
     vm().isSearching = false;
     EXPECT_TRUE(isShown<LibraryGrid>());
+}
+
+TEST_F(LibraryViewTest, LeavesTheSearchOnEscapeAmongItsResults)
+{
+    addPaper(QStringLiteral("p"), QStringLiteral("Light"));
+    load();
+    vm().queryText = QStringLiteral("light");
+    vm().isSearching = true;
+    auto *view = window->findChild<LibraryView *>();
+    view->focusContent();
+    QTest::keyClick(window->focusWidget(), Qt::Key_Escape);
+    EXPECT_EQ(vm().queryText.value(), QString());
 }

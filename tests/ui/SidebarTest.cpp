@@ -206,7 +206,9 @@ TEST_F(SidebarTest, OffersANewTagInTheSection)
 TEST_F(SidebarTest, GivesADroppedCardTheTag)
 {
     Drag drag(*window, card(QStringLiteral("p1")));
-    EXPECT_TRUE(drag.moveTo(view->viewport(), middleOf(tagRow(QStringLiteral("sea")))));
+    const QRect row = view->visualRect(tagRow(QStringLiteral("sea")));
+    EXPECT_TRUE(drag.moveTo(view->viewport(), row.topLeft() + QPoint(20, 1))) << "up to the row's edges";
+    EXPECT_TRUE(drag.moveTo(view->viewport(), row.center()));
     drag.drop();
     waitUntil(vm().papers,
               [](const QList<Paper> &papers) { return papers.first().tags.contains(QStringLiteral("sea")); });
