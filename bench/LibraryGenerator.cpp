@@ -1,5 +1,6 @@
 #include "LibraryGenerator.h"
 
+#include "GeneratedCovers.h"
 #include "Vocabulary.h"
 #include "platform/Sha256.h"
 #include "store/DatabaseManager.h"
@@ -12,13 +13,14 @@ namespace
 {
 
 /// Raise it when what is generated changes, so that old libraries are not taken for new ones.
-constexpr int kGeneration = 1;
+constexpr int kGeneration = 2;
 
 struct GeneratedPaper {
     QString id;
     QString title;
     QString authors;
     QString path;
+    QString coverPath = QLatin1String(""); ///< not null: the column holds a text
     qint64 year = 0;
     QStringList tags;
     QList<Chunk> pages;
@@ -34,6 +36,11 @@ QByteArray capitalised(QByteArray word)
 class Writer
 {
 public:
+    explicit Writer(qint64 pagesPerPaper)
+        : m_pagesPerPaper(pagesPerPaper)
+    {
+    }
+
     GeneratedPaper nextPaper();
 
 private:
@@ -42,6 +49,7 @@ private:
     QByteArray page();
     QString name();
 
+    const qint64 m_pagesPerPaper;
     const Vocabulary m_vocabulary;
     std::mt19937_64 m_random{2};
     QList<QByteArray> m_subject; ///< words that the paper at hand is about
@@ -99,8 +107,8 @@ GeneratedPaper Writer::nextPaper()
     paper.title = name() + u' ' + QString::fromLatin1(m_subject[0] + " of " + m_subject[1]);
     paper.authors = name() + u", " + name();
     paper.year = 1980 + static_cast<qint64>(m_random() % 45);
-    paper.tags = {name(), name()};
-    for (qint64 index = 0; index < kPagesPerPaper; ++index)
+    paper.tags = {name(), name(), QStringLiteral("Collection %1").arg(m_papers % 12)};
+    for (qint64 index = 0; index < m_pagesPerPaper; ++index)
         paper.pages.append({.text = page(), .pageNum = index + 1, .index = index});
     return paper;
 }
@@ -110,9 +118,9 @@ Result<void> insert(Database &database, const GeneratedPaper &paper)
     const auto inserted = database.execute(
         QStringLiteral(
             "INSERT INTO papers (id, title, authors, year, filepath, cover_path, date_indexed, page_count, "
-            "chunk_count, content_hash) VALUES (?, ?, ?, ?, ?, '', '2026-01-01T00:00:00Z', ?, ?, ?)"),
-        {paper.id, paper.title, paper.authors, paper.year, paper.path, kPagesPerPaper, kPagesPerPaper,
-         sha256Hex(paper.id.toUtf8())});
+            "chunk_count, content_hash) VALUES (?, ?, ?, ?, ?, ?, '2026-01-01T00:00:00Z', ?, ?, ?)"),
+        {paper.id, paper.title, paper.authors, paper.year, paper.path, paper.coverPath,
+         qint64(paper.pages.size()), qint64(paper.pages.size()), sha256Hex(paper.id.toUtf8())});
     if (!inserted)
         return inserted;
     if (auto rows = database.insertChunks(paper.id, paper.pages); !rows)
@@ -135,34 +143,45 @@ Result<void> insertBatch(DatabaseManager &db, const QList<GeneratedPaper> &paper
     return db.perform(Urgency::Background, writeAll).result();
 }
 
-Result<void> fill(const QString &libraryPath, qint64 pages)
+/// Fills the library in `made`; covers are named by the place where it will lie in the end.
+Result<void> fill(const QString &made, const QString &home, const LibraryShape &shape)
 {
     constexpr qsizetype kPapersPerTransaction = 250;
-    DatabaseManager db(libraryPath);
-    Writer writer;
+    DatabaseManager db(made + u"/Quirevault/library.db");
+    Writer writer(shape.pagesPerPaper);
+    QStringList ids;
     QList<GeneratedPaper> batch;
-    for (qint64 papers = pages / kPagesPerPaper; papers > 0; --papers) {
-        batch.append(writer.nextPaper());
-        if (batch.size() < kPapersPerTransaction && papers > 1)
+    for (qint64 left = shape.papers; left > 0; --left) {
+        GeneratedPaper paper = writer.nextPaper();
+        ids.append(paper.id);
+        if (shape.hasCovers)
+            paper.coverPath = home + u"/Quirevault/covers/" + paper.id + u".jpg";
+        batch.append(paper);
+        if (batch.size() < kPapersPerTransaction && left > 1)
             continue;
         if (auto inserted = insertBatch(db, batch); !inserted)
             return inserted;
         batch.clear();
     }
-    return {};
+    return shape.hasCovers ? writeGeneratedCovers(made + u"/Quirevault/covers", ids) : Result<void>();
 }
 
 } // namespace
 
-Result<QString> generatedLibrary(const QString &folder, qint64 pages)
+Result<QString> generatedLibrary(const QString &folder, const LibraryShape &shape)
 {
-    const QString home = QStringLiteral("%1/%2-pages-%3").arg(folder).arg(pages).arg(kGeneration);
+    const QString name = QStringLiteral("%1-papers-of-%2%3-%4")
+                             .arg(shape.papers)
+                             .arg(shape.pagesPerPaper)
+                             .arg(shape.hasCovers ? QLatin1String("-with-covers") : QLatin1String())
+                             .arg(kGeneration);
+    const QString home = folder + u'/' + name;
     if (QDir(home).exists())
         return home;
     // Made beside its place and moved there when whole: an interrupted run leaves nothing that looks done.
     const QString unfinished = home + u".unfinished";
     QDir(unfinished).removeRecursively();
-    if (auto filled = fill(unfinished + u"/Quirevault/library.db", pages); !filled)
+    if (auto filled = fill(unfinished, home, shape); !filled)
         return filled.error();
     if (!QDir().rename(unfinished, home)) {
         return Error{.domain = QStringLiteral("LibraryGenerator"),

@@ -9,6 +9,7 @@
 #include <atomic>
 #include <condition_variable>
 #include <deque>
+#include <memory>
 #include <mutex>
 #include <thread>
 
@@ -24,77 +25,113 @@ struct FinishedFile {
 class FinishedFiles
 {
 public:
+    explicit FinishedFiles(qsizetype jobs)
+        : m_jobs(jobs)
+    {
+    }
+
     void put(FinishedFile file)
     {
         {
             const std::lock_guard lock(m_mutex);
-            m_files.push_back(std::move(file));
+            m_files.push_back(std::make_unique<FinishedFile>(std::move(file)));
         }
-        m_arrived.notify_one();
+        m_changed.notify_one();
     }
 
-    FinishedFile take()
+    /// One of the jobs puts no more.
+    void endJob()
+    {
+        {
+            const std::lock_guard lock(m_mutex);
+            --m_jobs;
+        }
+        m_changed.notify_one();
+    }
+
+    /// Waits for a file; null when all jobs have ended and all files are taken.
+    std::unique_ptr<FinishedFile> take()
     {
         std::unique_lock lock(m_mutex);
-        m_arrived.wait(lock, [this] { return !m_files.empty(); });
-        FinishedFile file = std::move(m_files.front());
+        m_changed.wait(lock, [this] { return !m_files.empty() || m_jobs == 0; });
+        if (m_files.empty())
+            return nullptr;
+        std::unique_ptr<FinishedFile> file = std::move(m_files.front());
         m_files.pop_front();
         return file;
     }
 
 private:
     std::mutex m_mutex;
-    std::condition_variable m_arrived;
-    std::deque<FinishedFile> m_files;
+    std::condition_variable m_changed;
+    std::deque<std::unique_ptr<FinishedFile>> m_files;
+    qsizetype m_jobs;
 };
 
-/// One batch while it runs: the jobs take paths in order until none is left.
+/// One batch while it runs: the jobs take paths in order until none is left or a stop fires.
 class Batch
 {
 public:
-    Batch(const QStringList &paths, const ImportFlow::IndexFile &indexFile, const std::stop_token &stop)
+    Batch(const QStringList &paths, const ImportFlow::IndexFile &indexFile, const ImportStops &stops)
         : m_paths(paths)
+        , m_stops(stops)
+        , m_finished(std::min<qsizetype>(kImportJobs, paths.size()))
     {
         const auto jobs = std::min<qsizetype>(kImportJobs, paths.size());
         for (qsizetype job = 0; job < jobs; ++job)
-            m_jobs.emplace_back([this, &indexFile, stop] { work(indexFile, stop); });
+            m_jobs.emplace_back([this, &indexFile] { work(indexFile); });
     }
 
-    FinishedFile next() { return m_finished.take(); }
+    /// The next file that is done; null once all jobs have ended.
+    std::unique_ptr<FinishedFile> next() { return m_finished.take(); }
+
+    /// The paths that no job has begun; ask when all have ended.
+    QStringList notBegun() const { return m_paths.mid(m_begun); }
 
 private:
-    void work(const ImportFlow::IndexFile &indexFile, const std::stop_token &stop)
+    void work(const ImportFlow::IndexFile &indexFile)
     {
-        for (qsizetype at = m_next++; at < m_paths.size(); at = m_next++)
-            m_finished.put({m_paths[at], indexOne(indexFile, m_paths[at], stop)});
+        while (const QString *path = nextPath())
+            m_finished.put({*path, indexOne(indexFile, *path)});
+        m_finished.endJob();
     }
 
-    static Result<QString> indexOne(const ImportFlow::IndexFile &indexFile, const QString &path,
-                                    const std::stop_token &stop)
+    const QString *nextPath()
     {
-        if (stop.stop_requested())
-            return cancelledError();
-        const Result<Paper> paper = indexFile(path, stop);
+        const std::lock_guard lock(m_mutex);
+        if (m_stops.beginNoMore.stop_requested() || m_stops.abandon.stop_requested())
+            return nullptr;
+        return m_begun < m_paths.size() ? &m_paths[m_begun++] : nullptr;
+    }
+
+    Result<QString> indexOne(const ImportFlow::IndexFile &indexFile, const QString &path) const
+    {
+        const Result<Paper> paper = indexFile(path, m_stops.abandon);
         return paper ? Result<QString>(paper->id) : Result<QString>(paper.error());
     }
 
     const QStringList &m_paths;
-    std::atomic<qsizetype> m_next = 0;
+    const ImportStops &m_stops;
+    std::mutex m_mutex;
+    qsizetype m_begun = 0; ///< under the mutex
     FinishedFiles m_finished;
     std::vector<std::jthread> m_jobs; // last, so that the jobs end before what they use
 };
 
-void fold(const FinishedFile &file, ImportOutcome &outcome)
+bool wasAbandoned(const FinishedFile &file)
+{
+    return !file.paperId && isCancelled(file.paperId.error());
+}
+
+void fold(const FinishedFile &file, IndexFilesResponse &response)
 {
     if (file.paperId) {
-        outcome.response.indexed.append(*file.paperId);
-    } else if (isCancelled(file.paperId.error())) {
-        outcome.notDone.append(file.path);
-    } else {
-        const QString text = file.paperId.error().message();
-        outcome.response.errors.insert(file.path, text);
-        logLine(QStringLiteral("❌ PDFIndexer ERROR: [%1] %2").arg(file.path, text));
+        response.indexed.append(*file.paperId);
+        return;
     }
+    const QString text = file.paperId.error().message();
+    response.errors.insert(file.path, text);
+    logLine(QStringLiteral("❌ PDFIndexer ERROR: [%1] %2").arg(file.path, text));
 }
 
 QString estimate(const ImportProgress &progress, double elapsedSeconds)
@@ -114,7 +151,7 @@ ImportFlow::ImportFlow(IndexFile indexFile, Preferences &preferences, const Cloc
 {
 }
 
-ImportOutcome ImportFlow::run(const QStringList &paths, std::stop_token stop, const OnProgress &onProgress)
+ImportOutcome ImportFlow::run(const QStringList &paths, ImportStops stops, const OnProgress &onProgress)
 {
     if (paths.isEmpty())
         return {};
@@ -124,16 +161,20 @@ ImportOutcome ImportFlow::run(const QStringList &paths, std::stop_token stop, co
     ImportOutcome outcome;
     ImportProgress progress{
         .done = 0, .total = static_cast<int>(paths.size()), .status = {}, .timeEstimate = {}};
-    Batch batch(paths, m_indexFile, stop);
-    while (progress.done < progress.total) {
-        const FinishedFile file = batch.next();
-        fold(file, outcome);
+    Batch batch(paths, m_indexFile, stops);
+    while (const std::unique_ptr<FinishedFile> file = batch.next()) {
+        if (wasAbandoned(*file)) {
+            outcome.notDone.append(file->path);
+            continue;
+        }
+        fold(*file, outcome.response);
         ++progress.done;
-        progress.status = u"Indexed: " + file.path.section(u'/', -1);
+        progress.status = u"Indexed: " + file->path.section(u'/', -1);
         progress.timeEstimate =
             estimate(progress, std::chrono::duration<double>(m_clock.elapsed() - start).count());
         onProgress(progress);
     }
+    outcome.notDone += batch.notBegun();
     return outcome;
 }
 

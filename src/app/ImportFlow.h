@@ -27,10 +27,16 @@ struct ImportProgress {
     double fraction() const { return total == 0 ? 0 : static_cast<double>(done) / total; }
 };
 
+/// The two ways to stop an import.
+struct ImportStops {
+    std::stop_token beginNoMore; ///< files that are being indexed go on to their end and count
+    std::stop_token abandon;     ///< those too are given up, with nothing written
+};
+
 /// What became of an import.
 struct ImportOutcome {
     IndexFilesResponse response;
-    QStringList notDone; ///< paths left out or abandoned whole because the import was stopped
+    QStringList notDone; ///< paths abandoned, then those not begun, because the import was stopped
 };
 
 /// Indexes a batch of files, several at once; one file's failure never stops the others. The command line and
@@ -45,10 +51,10 @@ public:
     /// Everything referred to must outlive the flow.
     ImportFlow(IndexFile indexFile, Preferences &preferences, const Clock &clock);
 
-    /// Blocks until every file is done, or, once `stop` fires, until the running jobs have ended. Notes the
-    /// start as the date of the last import, unless there is nothing to import; logs each failure; calls
-    /// `onProgress` on the calling thread.
-    ImportOutcome run(const QStringList &paths, std::stop_token stop, const OnProgress &onProgress);
+    /// Blocks until every file is done, or, once one of `stops` fires, until the running jobs have ended.
+    /// Notes the start as the date of the last import, unless there is nothing to import; logs each failure.
+    /// Calls `onProgress` on the calling thread, for files that were indexed or failed.
+    ImportOutcome run(const QStringList &paths, ImportStops stops, const OnProgress &onProgress);
 
 private:
     IndexFile m_indexFile;

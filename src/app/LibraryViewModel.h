@@ -4,20 +4,24 @@
 #include "app/SidebarItem.h"
 #include "base/Clock.h"
 #include "base/Result.h"
+#include "search/ParsedQuery.h"
 #include "store/Bookmark.h"
 #include "store/IndexFilesResponse.h"
 #include "store/Paper.h"
 #include "store/SearchResult.h"
 
 #include <QFuture>
+#include <QMap>
 #include <QObject>
 #include <QProperty>
 #include <QStringList>
+#include <QThreadPool>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <qcorotask.h>
 #include <stop_token>
+#include <vector>
 
 class DatabaseManager;
 class ImportFlow;
@@ -25,7 +29,10 @@ class NativeLibraryService;
 class Preferences;
 class RetagFlow;
 class SystemSearchPublisher;
+struct ImportOutcome;
+struct ImportProgress;
 struct PaperEdit;
+struct RetagCount;
 
 /// The state of the library window, and what a person can do in it. Widgets read and observe the fields and
 /// call the operations; nothing here knows a widget. A field announces only a change to a different value.
@@ -33,9 +40,9 @@ struct PaperEdit;
 /// Belongs to the main thread: every field and operation, and the process dies of an assertion elsewhere.
 /// Long work runs on other threads; what it finds is assigned on the main thread.
 ///
-/// Its operations lie in four files: LibraryViewModel.cpp (loading, searching, removing),
+/// Its operations lie in five files: LibraryViewModel.cpp (loading, removing), LibraryViewModelSearch.cpp,
 /// LibraryViewModelImport.cpp, LibraryViewModelTags.cpp and LibraryViewModelPapers.cpp (one paper's tags,
-/// attributes and bookmarks).
+/// attributes and bookmarks). LibraryViewModelWork.h is theirs alone.
 class LibraryViewModel : public QObject
 {
 public:
@@ -93,8 +100,10 @@ public:
     QProperty<std::optional<QString>> retagResult;
 
     // Worked out from the above.
-    QProperty<QStringList> visibleTags;                   ///< without reserved names
-    QProperty<QList<Paper>> filteredPapers;               ///< `papers` that pass the query's field filters
+    QProperty<QStringList> visibleTags; ///< without reserved names
+    /// Those of `papers` that pass the query's field filters. Of a long list the filters are worked out on
+    /// another thread, and this follows some tens of milliseconds later.
+    QProperty<QList<Paper>> filteredPapers;
     QProperty<QList<SearchResult>> filteredSearchResults; ///< likewise, see `filteredResults`
     SidebarCounts &sidebarCounts() { return m_sidebarCounts; }
 
@@ -140,12 +149,57 @@ public:
     QCoro::Task<> deleteBookmark(QString bookmarkId);
 
 private:
-    struct Running;
+    struct LoadedPapers;
+    struct FilteredPapers;
+
+    void requireMainThread() const;
+    void observe();
+    template <typename... T> void destroyElsewhere(T... things);
+
+    LoadedPapers readPapers(const SidebarItem &item, const QList<Paper> &shown,
+                            const std::optional<Paper> &selected) const;
+    Result<QList<Paper>> papersOf(const SidebarItem &item) const;
+    void take(const LoadedPapers &loaded);
+    void replacePapers(const QList<Paper> &list);
+    void discardLoads();
+    void updateIsLoading();
+    QCoro::Task<> forget(QString paperId);
+
+    void onQueryTextChanged();
+    void leaveSearch();
+    void filterPapers();
+    QCoro::Task<> filterOnWorker(ParsedQuery query);
+    void filterResults();
+
+    bool refuseWhileImporting();
+    QCoro::Task<> runImport(QStringList paths);
+    void foldIn(const ImportProgress &progress);
+    void finishImport(const ImportOutcome &outcome);
+    void tellProblems();
+
+    QCoro::Task<> reload();
+    bool refuseTag(const QString &name);
+    QCoro::Task<> afterTagChange(QFuture<Result<void>> changing, QString changed, SidebarItem successor);
+    QCoro::Task<> changeOnWorker(std::function<void(std::stop_token stop)> change);
+    void foldIn(const RetagCount &count);
+
+    QCoro::Task<> afterPaperChange(QFuture<Result<void>> changing, QString paperId);
 
     Collaborators m_with;
     SidebarCounts m_sidebarCounts;
     OpenPanel m_openPanel;
     std::unique_ptr<PendingCall> m_searchDebounce; ///< the search that waits for typing to pause
+    ParsedQuery m_fieldFilters;                    ///< of the query text; its free text is left out
+    std::stop_source m_stopFiltering;              ///< what filters is out of date
+    int m_loads = 0;                               ///< that have not answered yet
+    int m_latestLoad = 0;                          ///< the one whose answer counts
+    int m_searches = 0;                            ///< of the query in force, not answered yet
+    int m_searchMode = 0;                          ///< counts the times that searching was left
+    QString m_bookmarksOf;                         ///< the paper whose bookmarks were asked for last
+    QMap<QString, QString> m_problems;             ///< found by looking for files, not told yet
+    std::stop_source m_cancelImport;               ///< begin no more files
+    std::stop_source m_end;                        ///< abandon everything: the view model dies
+    QThreadPool m_workers;
     std::vector<QPropertyNotifier> m_observers;
 };
 

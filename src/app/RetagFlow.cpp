@@ -61,6 +61,7 @@ Result<RetagCount> RetagFlow::run(std::stop_token stop,
         return papers.error();
 
     RetagCount count{.changed = 0, .done = 0, .total = static_cast<int>(papers->size())};
+    onProgress(count);
     for (const Paper &paper : *papers) {
         if (stop.stop_requested())
             return cancelledError();

@@ -37,7 +37,8 @@ public:
     /// Blocks. Writes only what differs, each paper in a transaction of its own, and keeps
     /// what others do to a paper's tags meanwhile; at the end removes the tag
     /// definitions that no paper uses. The first failure ends it; what was written before stays. Fails with
-    /// `cancelledError` between two papers once `stop` fires. `onProgress` runs on the calling thread.
+    /// `cancelledError` between two papers once `stop` fires. `onProgress` runs on the calling thread,
+    /// first with nothing done.
     Result<RetagCount> run(std::stop_token stop, const std::function<void(const RetagCount &)> &onProgress);
 
 private:

@@ -96,3 +96,13 @@ Preferences &Services::preferences()
 {
     return m_parts->preferences;
 }
+
+const Clock &Services::clock()
+{
+    return m_parts->clock;
+}
+
+SystemSearchPublisher &Services::publisher()
+{
+    return m_parts->systemSearch;
+}

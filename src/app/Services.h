@@ -3,12 +3,14 @@
 #include <QString>
 #include <memory>
 
+class Clock;
 class DatabaseManager;
 class ImportFlow;
 class NativeLibraryService;
 class NativeSearchService;
 class Preferences;
 class RetagFlow;
+class SystemSearchPublisher;
 
 /// Where one set of services keeps its library.
 struct ServiceLocations {
@@ -34,6 +36,8 @@ public:
     ImportFlow &importFlow();
     RetagFlow &retagFlow();
     Preferences &preferences();
+    const Clock &clock();
+    SystemSearchPublisher &publisher();
 
 private:
     struct Parts;

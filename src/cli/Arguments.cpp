@@ -55,6 +55,7 @@ public:
     {
         m_app.set_version_flag("--version", "quirevault " QUIREVAULT_VERSION);
         m_app.require_subcommand(1);
+        m_app.footer("Without a command, quirevault opens the library window.");
         m_app.get_formatter()->column_width(34);
         declareImport();
         declareSearch();

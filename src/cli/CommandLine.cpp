@@ -3,6 +3,7 @@
 #include "app/Services.h"
 #include "base/Log.h"
 #include "cli/Arguments.h"
+#include "cli/DesktopProgram.h"
 #include "cli/PaperLookup.h"
 #include "cli/StopOnSignal.h"
 #include "store/DatabaseManager.h"
@@ -31,6 +32,8 @@ ExitStatus run(const Invocation &invocation, const Output &output)
 
 int runCommandLine(int argc, const char *const *argv)
 {
+    if (argc <= 1)
+        return static_cast<int>(becomeDesktopProgram());
     // Standard output holds the answer; what components have to say goes beside it.
     setLogTarget(LogTarget::StandardError);
     const auto parsed = parseArguments(argc, argv);

@@ -71,10 +71,9 @@ ExitStatus runImport(const ImportRequest &request, const CommandContext &context
         return fail(libraryPaths.error(), context);
 
     const Selection selection = select(found.paths, *libraryPaths);
-    ImportOutcome outcome =
-        context.services.importFlow().run(selection.fresh, context.stop, [&](const ImportProgress &progress) {
-            showProgress(progress, output);
-        });
+    ImportOutcome outcome = context.services.importFlow().run(
+        selection.fresh, {.beginNoMore = {}, .abandon = context.stop},
+        [&](const ImportProgress &progress) { showProgress(progress, output); });
     output.progress({});
     for (auto problem = found.problems.begin(); problem != found.problems.end(); ++problem) {
         output.failure(problem.key() + u": " + problem.value());

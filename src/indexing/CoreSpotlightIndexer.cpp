@@ -46,6 +46,8 @@ void CoreSpotlightIndexer::publish(const Paper &paper)
 
 void CoreSpotlightIndexer::publish(const QList<Paper> &papers)
 {
+    if (!m_index.isPresent())
+        return; // items of 100,000 papers would take 50 MB on their way to nowhere
     QList<SearchableItem> items;
     items.reserve(papers.size());
     for (const Paper &paper : papers)

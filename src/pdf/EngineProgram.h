@@ -2,6 +2,5 @@
 
 #include <QString>
 
-/// The engine's executable: what $QUIREVAULT_PDF_ENGINE names, else the one beside the running program, else
-/// the one in ../libexec/quirevault from there. The last is answered even where it does not exist.
+/// The engine's executable: what $QUIREVAULT_PDF_ENGINE names, else the `companionProgram`.
 QString engineProgram();

@@ -1,11 +1,18 @@
 #include "platform/Paths.h"
 
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
 
 QString dataFolder()
 {
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/Quirevault";
+}
+
+QString defaultDataFolder()
+{
+    return QDir::homePath() + u"/.local/share/Quirevault";
 }
 
 QString libraryDatabasePath()
@@ -18,8 +25,22 @@ QString coversFolder()
     return dataFolder() + u"/covers";
 }
 
+QString sessionFilePath()
+{
+    return dataFolder() + u"/session.json";
+}
+
 QString programFolder()
 {
     // Unlike the name in argv, this holds whatever the program was started as.
     return QFileInfo(QFileInfo(QStringLiteral("/proc/self/exe")).symLinkTarget()).path();
+}
+
+QString companionProgram(const QString &name)
+{
+    const QString folder = programFolder();
+    const QString beside = folder + u'/' + name;
+    if (QFile::exists(beside))
+        return beside;
+    return QDir::cleanPath(folder + u"/../libexec/quirevault/" + name);
 }

@@ -7,6 +7,14 @@
 QString dataFolder();
 QString libraryDatabasePath();
 QString coversFolder();
+QString sessionFilePath();
+
+/// Where the library lies when nothing in the environment says otherwise.
+QString defaultDataFolder();
 
 /// The folder of the running executable.
 QString programFolder();
+
+/// Another executable of this project: the one beside the running program, else the one in
+/// ../libexec/quirevault from there. The last is answered even where it does not exist.
+QString companionProgram(const QString &name);

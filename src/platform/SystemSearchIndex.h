@@ -32,6 +32,8 @@ public:
 
     virtual ~SystemSearchIndex() = default;
 
+    /// Whether it keeps anything: where it does not, there is no need to make items.
+    virtual bool isPresent() const { return true; }
     /// Adds the items; one of the same identifier is replaced.
     virtual void indexItems(const QList<SearchableItem> &items, Completion completion) = 0;
     virtual void deleteItems(const QStringList &identifiers, Completion completion) = 0;
@@ -41,6 +43,7 @@ public:
 class NullSystemSearchIndex : public SystemSearchIndex
 {
 public:
+    bool isPresent() const override { return false; }
     void indexItems(const QList<SearchableItem> &items, Completion completion) override;
     void deleteItems(const QStringList &identifiers, Completion completion) override;
 };

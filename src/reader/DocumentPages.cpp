@@ -3,6 +3,8 @@
 #include "reader/PageLayout.h"
 #include "reader/ReaderDocument.h"
 
+#include <QFutureWatcher>
+
 namespace
 {
 /// `result` as one of the answers, changed by `convert`.
@@ -87,10 +89,17 @@ void DocumentPages::ask(const PlannedJob &planned, std::stop_token stop, Answere
     }
 }
 
+// A watcher, not QFuture::then() with a context: that one must not be destroyed before the answer comes.
 template <typename Request>
 void DocumentPages::pass(const PlannedJob &planned, std::stop_token stop, Answered answered, Request request)
 {
     const auto priority =
         planned.isVisible ? ReaderDocument::Priority::Visible : ReaderDocument::Priority::Ahead;
-    m_document->ask(priority, std::move(stop), std::move(request)).then(&m_answering, std::move(answered));
+    auto *watcher = new QFutureWatcher<Result<PageAnswer>>(&m_answering);
+    QObject::connect(watcher, &QFutureWatcherBase::finished, watcher,
+                     [watcher, answered = std::move(answered)] {
+                         watcher->deleteLater();
+                         answered(watcher->result());
+                     });
+    watcher->setFuture(m_document->ask(priority, std::move(stop), std::move(request)));
 }

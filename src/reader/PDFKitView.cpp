@@ -43,6 +43,7 @@ PDFKitView::PDFKitView(const Clock &clock, QWidget *parent)
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::StrongFocus);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // else a fit to the width would move it
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     viewport()->setMouseTracking(true);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     viewport()->grabGesture(Qt::PinchGesture);
@@ -129,6 +130,9 @@ void PDFKitView::viewpointChanged()
 
 void PDFKitView::updateScrollBars()
 {
+    const auto policy = m_viewpoint.isWiderThanViewport() ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff;
+    if (policy != horizontalScrollBarPolicy())
+        setHorizontalScrollBarPolicy(policy); // resizes the viewport, before anything is computed by it
     m_isSettingScrollBars = true;
     const QRectF places = m_viewpoint.offsets();
     const QPointF at = m_viewpoint.offset() - places.topLeft();

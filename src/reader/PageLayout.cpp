@@ -122,11 +122,13 @@ void PageLayout::sumUp()
 {
     const QSizeF assumed = turned(m_assumedSize.value_or(kUnknownSize));
     double blocksExtra = 0;
+    m_greatestWidth = assumed.width();
     for (auto &[number, block] : m_blocks) {
         block.blocksExtraBefore = blocksExtra;
         block.extraBefore.assign(1, 0);
         for (const std::optional<QSizeF> &known : block.sizes) {
             const QSizeF shown = known ? turned(*known) : assumed;
+            m_greatestWidth = std::max(m_greatestWidth, shown.width());
             block.extraBefore.push_back(block.extraBefore.back() + shown.height() - assumed.height());
         }
         blocksExtra += block.extraBefore.back();

@@ -47,6 +47,9 @@ public:
     QSizeF size(qint64 page) const;
     QSizeF unturnedSize(qint64 page) const;
 
+    /// Of the widest page that is known, in points.
+    double greatestWidth() const { return m_greatestWidth; }
+
     QRectF rect(qint64 page, double scale) const;
     double height(double scale) const;
     /// The page at `y`, or the one whose lower edge is the next above it; only for a flow with pages.
@@ -73,4 +76,5 @@ private:
     int m_turns = 0;
     std::optional<QSizeF> m_assumedSize; ///< unturned
     std::map<qint64, Block> m_blocks;    ///< those of which something is known
+    double m_greatestWidth = 0;
 };

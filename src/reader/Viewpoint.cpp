@@ -28,7 +28,8 @@ void Viewpoint::reset(qint64 pageCount)
 void Viewpoint::setViewport(QSizeF size)
 {
     const Anchor kept = topOf(visiblePages().first);
-    m_fittedPage = currentPage().value_or(0);
+    if (m_fit == Fit::Page || size.width() != m_viewport.width())
+        m_fittedPage = currentPage().value_or(0);
     m_viewport = size;
     refit();
     restore(kept);
@@ -97,6 +98,11 @@ QPointF Viewpoint::clamped(QPointF offset) const
     const double y = std::clamp(offset.y(), upright.top(), upright.bottom());
     const QRectF places = offsetsAt(y);
     return {std::clamp(offset.x(), places.left(), places.right()), y};
+}
+
+bool Viewpoint::isWiderThanViewport() const
+{
+    return m_fit == Fit::None && m_layout.greatestWidth() * m_scale + 2 * kMargin > m_viewport.width();
 }
 
 PDFPosition Viewpoint::positionAt(QPointF where) const

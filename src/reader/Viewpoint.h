@@ -42,6 +42,9 @@ public:
     /// The place nearest to `offset`.
     QPointF clamped(QPointF offset) const;
     void moveTo(QPointF offset) { m_offset = clamped(offset); }
+    /// Whether a scroll bar is of use for moving sideways. Does not follow from what is visible: a bar that
+    /// came and went with the pages would change by itself what is visible, and so on for ever.
+    bool isWiderThanViewport() const;
 
     /// Which point of which page lies at `where`; beside the pages it is one of the page that is nearest.
     PDFPosition positionAt(QPointF where) const;

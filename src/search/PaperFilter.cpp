@@ -1,9 +1,8 @@
 #include "search/PaperFilter.h"
 
 #include <QHash>
+#include <QSet>
 #include <QStringMatcher>
-#include <algorithm>
-#include <iterator>
 
 namespace
 {
@@ -24,7 +23,7 @@ public:
     bool passesYear(std::optional<qint64> year) const { return !m_year || year == m_year; }
     bool passesFile(const QString &path) const
     {
-        return passes(m_filename, QStringView(path).mid(path.lastIndexOf(u'/') + 1));
+        return !m_filename || passes(m_filename, QStringView(path).mid(path.lastIndexOf(u'/') + 1));
     }
 
 private:
@@ -47,8 +46,8 @@ private:
 
 bool passes(const Paper &paper, const Filter &filter)
 {
-    return filter.passesTitle(paper.title) && filter.passesAuthor(paper.authors) &&
-           filter.passesFile(paper.filepath) && filter.passesYear(paper.year);
+    return filter.passesYear(paper.year) && filter.passesTitle(paper.title) &&
+           filter.passesAuthor(paper.authors) && filter.passesFile(paper.filepath);
 }
 
 /// `paper` is null when the result's paper is not listed.
@@ -58,17 +57,36 @@ bool passes(const SearchResult &result, const Paper *paper, const Filter &filter
            filter.passesAuthor(paper ? paper->authors : QString()) &&
            filter.passesYear(paper ? paper->year : std::nullopt);
 }
+/// Those of the listed papers that have results, by id. Few of many: only the ids of the results are kept.
+QHash<QString, const Paper *> papersOf(const QList<SearchResult> &results, const QList<Paper> &listed)
+{
+    QSet<QString> wanted;
+    for (const SearchResult &result : results)
+        wanted.insert(result.paperId);
+    QHash<QString, const Paper *> papers;
+    for (const Paper &paper : listed) {
+        if (papers.size() == wanted.size())
+            break;
+        if (wanted.contains(paper.id))
+            papers.insert(paper.id, &paper);
+    }
+    return papers;
+}
 } // namespace
 
-QList<Paper> filteredPapers(const QList<Paper> &papers, const ParsedQuery &query)
+QList<Paper> filteredPapers(const QList<Paper> &papers, const ParsedQuery &query, std::stop_token stop)
 {
     if (!query.hasFieldFilters())
         return papers;
     const Filter filter(query);
     QList<Paper> passing;
-    std::copy_if(papers.begin(), papers.end(), std::back_inserter(passing),
-                 [&](const Paper &paper) { return passes(paper, filter); });
-    return passing;
+    for (const Paper &paper : papers) {
+        if (stop.stop_requested())
+            break;
+        if (passes(paper, filter))
+            passing.append(paper);
+    }
+    return passing.size() == papers.size() ? papers : passing;
 }
 
 QList<SearchResult> filteredResults(const QList<SearchResult> &results, const ParsedQuery &query,
@@ -76,9 +94,7 @@ QList<SearchResult> filteredResults(const QList<SearchResult> &results, const Pa
 {
     if (standFor == ListedPapers::Everything && !query.hasFieldFilters())
         return results;
-    QHash<QString, const Paper *> papers;
-    for (const Paper &paper : listed)
-        papers.insert(paper.id, &paper);
+    const QHash<QString, const Paper *> papers = papersOf(results, listed);
     const Filter filter(query);
     QList<SearchResult> passing;
     for (const SearchResult &result : results) {

@@ -5,6 +5,7 @@
 #include "store/SearchResult.h"
 
 #include <QList>
+#include <stop_token>
 
 /// What the listed papers stand for.
 enum class ListedPapers {
@@ -13,8 +14,8 @@ enum class ListedPapers {
 };
 
 /// The papers that pass every filter of `query`, in their order. Texts are compared as "contains", case
-/// folded; free text does not filter.
-QList<Paper> filteredPapers(const QList<Paper> &papers, const ParsedQuery &query);
+/// folded; free text does not filter. When all pass, the list itself. A stop leaves it unfinished.
+QList<Paper> filteredPapers(const QList<Paper> &papers, const ParsedQuery &query, std::stop_token stop = {});
 
 /// The results that pass, in their order. Author and year are looked up in `listed`; a result whose paper is
 /// not there fails those two filters.

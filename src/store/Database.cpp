@@ -4,7 +4,6 @@
 #include "base/TextClasses.h"
 #include "store/PageLengths.h"
 #include "store/RankFunction.h"
-#include "store/Statement.h"
 
 #include <QDeadlineTimer>
 #include <QFile>
@@ -80,7 +79,9 @@ Database::~Database() = default;
 void Database::open()
 {
     sqlite3 *opened = nullptr;
-    const int code = sqlite3_open(QFile::encodeName(m_path).constData(), &opened);
+    // One thread uses the connection, so it needs no lock of its own, which every column read would take.
+    constexpr int kMode = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
+    const int code = sqlite3_open_v2(QFile::encodeName(m_path).constData(), &opened, kMode, nullptr);
     m_connection.reset(opened);
     if (code == SQLITE_OK)
         return;
@@ -211,7 +212,8 @@ Result<void> Database::renameTag(const QString &oldName, const QString &newName)
 
 Result<void> Database::deleteTag(const QString &name)
 {
-    if (auto done = execute(QStringLiteral("DELETE FROM tag_definitions WHERE name = ?"), {name}); !done)
-        return done;
-    return execute(QStringLiteral("DELETE FROM tags WHERE tag = ?"), {name});
+    return inTransaction(*this, [&]() -> Result<void> {
+        auto done = execute(QStringLiteral("DELETE FROM tag_definitions WHERE name = ?"), {name});
+        return done ? execute(QStringLiteral("DELETE FROM tags WHERE tag = ?"), {name}) : done;
+    });
 }

@@ -5,6 +5,7 @@
 #include "store/DatabaseStartUp.h"
 #include "store/Row.h"
 #include "store/SqlValue.h"
+#include "store/Statement.h"
 
 #include <QList>
 #include <QString>
@@ -14,7 +15,6 @@
 
 struct sqlite3;
 class PageLengths;
-class Statement;
 
 /// The one SQLite connection and the statements that run on it. Lives on `DatabaseManager`'s thread; only
 /// operations given to `DatabaseManager::perform` see it.
@@ -42,6 +42,8 @@ public:
     /// Runs one statement that returns no rows, its parameters bound by position. Text ends at its first
     /// zero character.
     Result<void> execute(const QString &sql, const SqlValues &parameters = {});
+    /// For reading many rows without collecting them; use it before the operation ends.
+    Result<Statement> prepare(const QString &sql, const SqlValues &parameters = {});
     /// Runs one statement and collects its rows. A failure before the first row is an error; one in the
     /// middle of the rows ends them silently.
     Result<QList<Row>> query(const QString &sql, const SqlValues &parameters = {});
@@ -59,7 +61,7 @@ public:
     /// name is trimmed as in `replaceTags`, the old one taken as it is; a new name that is then blank or the
     /// old one changes nothing.
     Result<void> renameTag(const QString &oldName, const QString &newName);
-    /// Takes `name` as it is.
+    /// Deletes a tag everywhere in one transaction; takes `name` as it is.
     Result<void> deleteTag(const QString &name);
 
     /// Whether the library can be read, with the file's path in the error's reason when not. Gives a file
@@ -77,7 +79,6 @@ private:
     };
 
     void open();
-    Result<Statement> prepare(const QString &sql, const SqlValues &parameters);
     void setBusyTimeout(std::chrono::milliseconds timeout);
     Result<void> verifyReadable();
     Error noConnectionError() const;

@@ -57,6 +57,52 @@ Result<void> deleteRows(Database &database, const QString &id)
         return done ? deletePagesOf(database, id, pages) : done;
     });
 }
+
+Result<qint64> countOf(Database &database, const QString &sql, const SqlValues &parameters = {})
+{
+    const auto rows = database.query(sql, parameters);
+    if (!rows)
+        return rows.error();
+    return rows->isEmpty() ? 0 : rows->first().integer(QLatin1String("n")).value_or(0);
+}
+
+/// Counts here: SQLite would sort the tags of all papers first.
+Result<QHash<QString, qint64>> countsByTag(Database &database)
+{
+    Result<Statement> statement = database.prepare(QStringLiteral("SELECT tag FROM tags"));
+    if (!statement)
+        return statement.error();
+    QHash<QByteArray, qint64> byName;
+    while (statement->step() == Statement::Step::Row) {
+        const QByteArrayView tag = statement->utf8(0).value_or(QByteArrayView());
+        const auto known = byName.find(QByteArray::fromRawData(tag.data(), tag.size()));
+        if (known != byName.end())
+            ++*known;
+        else
+            byName.insert(tag.toByteArray(), 1);
+    }
+    QHash<QString, qint64> counts;
+    for (auto count = byName.begin(); count != byName.end(); ++count)
+        counts.insert(QString::fromUtf8(count.key()), count.value());
+    return counts;
+}
+
+Result<PaperCounts> countPapers(Database &database, const std::optional<QString> &cutOff)
+{
+    const auto all = countOf(database, QStringLiteral("SELECT count(*) AS n FROM papers"));
+    if (!all)
+        return all.error();
+    Result<qint64> recent(0);
+    if (cutOff)
+        recent = countOf(database, QStringLiteral("SELECT count(*) AS n FROM papers WHERE date_indexed >= ?"),
+                         {*cutOff});
+    if (!recent)
+        return recent.error();
+    const auto byTag = countsByTag(database);
+    if (!byTag)
+        return byTag.error();
+    return PaperCounts{.all = *all, .recentlyImported = *recent, .byTag = *byTag};
+}
 } // namespace
 
 NativeLibraryService::NativeLibraryService(DatabaseManager &db, SystemSearchPublisher &publisher,
@@ -71,7 +117,7 @@ NativeLibraryService::NativeLibraryService(DatabaseManager &db, SystemSearchPubl
 QFuture<Result<QList<Paper>>> NativeLibraryService::allPapers()
 {
     return m_db.perform(m_urgency, [](Database &database) {
-        return selectPapers(database, u"SELECT * FROM papers" + kTitleOrder);
+        return selectPapers(database, u"SELECT * FROM papers" + kTitleOrder, {}, TagLookup::Scan);
     });
 }
 
@@ -98,6 +144,11 @@ QFuture<Result<QList<Paper>>> NativeLibraryService::recentlyImportedPapers(const
             QStringLiteral("SELECT * FROM papers WHERE date_indexed >= ? ORDER BY date_indexed DESC"),
             {cutOff});
     });
+}
+
+QFuture<Result<PaperCounts>> NativeLibraryService::paperCounts(const std::optional<QString> &cutOff)
+{
+    return m_db.perform(m_urgency, [cutOff](Database &database) { return countPapers(database, cutOff); });
 }
 
 QFuture<Result<std::optional<Paper>>> NativeLibraryService::paperById(const QString &id)

@@ -4,6 +4,7 @@
 #include "store/Bookmark.h"
 #include "store/BookmarkEvents.h"
 #include "store/Paper.h"
+#include "store/PaperCounts.h"
 #include "store/Urgency.h"
 
 #include <QFuture>
@@ -43,6 +44,9 @@ public:
     QFuture<Result<QList<Paper>>> papersByIds(const QStringList &ids);
     /// The papers indexed at or after `cutOff` (stored time form), newest first.
     QFuture<Result<QList<Paper>>> recentlyImportedPapers(const QString &cutOff);
+    /// Counts without reading papers; those indexed at or after `cutOff` (stored time form) are the recently
+    /// imported ones, of which there are none without it.
+    QFuture<Result<PaperCounts>> paperCounts(const std::optional<QString> &cutOff);
     QFuture<Result<std::optional<Paper>>> paperById(const QString &id);
     QFuture<Result<std::optional<Paper>>> paperByContentHash(const QString &digest);
     QFuture<Result<std::optional<Paper>>> paperByFilepath(const QString &filepath);

@@ -20,5 +20,8 @@ struct Paper {
     friend bool operator==(const Paper &, const Paper &) = default;
 };
 
+// A long list of papers grows by moving memory.
+Q_DECLARE_TYPEINFO(Paper, Q_RELOCATABLE_TYPE);
+
 /// Covers every field: a paper must not be edited while it is a key.
 size_t qHash(const Paper &paper, size_t seed = 0);

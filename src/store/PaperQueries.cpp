@@ -1,65 +1,37 @@
 #include "store/PaperQueries.h"
 
 #include "store/PaperRow.h"
+#include "store/PaperTags.h"
+#include "store/Statement.h"
 
 #include <QSet>
 
 namespace
 {
-/// "?, ?, ?" for `count` parameters.
-QString placeholders(qsizetype count)
+/// Appends the papers in the rows of the statement, without their tags.
+Result<void> readRows(Database &database, const QString &sql, const SqlValues &parameters,
+                      QList<Paper> &papers)
 {
-    return QStringList(count, QStringLiteral("?")).join(QStringLiteral(", "));
-}
-
-/// Runs the statement `head` + placeholders + ")" for every slice of the ids and gathers the rows.
-Result<QList<Row>> queryForIds(Database &database, const QString &head, const QStringList &ids)
-{
-    QList<Row> gathered;
-    for (qsizetype from = 0; from < ids.size(); from += kIdsPerStatement) {
-        const QStringList slice = ids.mid(from, kIdsPerStatement);
-        Result<QList<Row>> rows =
-            database.query(head + placeholders(slice.size()) + u')', SqlValues(slice.begin(), slice.end()));
-        if (!rows)
-            return rows;
-        gathered += *std::move(rows);
-    }
-    return gathered;
-}
-
-Result<TagMap> tagsForPapers(Database &database, const QStringList &ids)
-{
-    const auto rows =
-        queryForIds(database, QStringLiteral("SELECT paper_id, tag FROM tags WHERE paper_id IN ("), ids);
-    if (!rows)
-        return rows.error();
-    TagMap tags;
-    for (const Row &row : *rows) {
-        const auto id = row.text(QLatin1String("paper_id"));
-        const auto tag = row.text(QLatin1String("tag"));
-        if (id && tag)
-            tags[*id].append(*tag);
-    }
-    return tags;
-}
-
-Result<QList<Paper>> papersFromRows(Database &database, const QList<Row> &rows)
-{
-    QStringList ids;
-    ids.reserve(rows.size());
-    for (const Row &row : rows) {
-        if (auto id = row.text(QLatin1String("id")))
-            ids.append(*id);
-    }
-    const Result<TagMap> tags = tagsForPapers(database, ids);
-    if (!tags)
-        return tags.error();
-    QList<Paper> papers;
-    papers.reserve(rows.size());
-    for (const Row &row : rows) {
-        if (auto paper = paperFromRow(row, *tags))
+    Result<Statement> statement = database.prepare(sql, parameters);
+    if (!statement)
+        return statement.error();
+    const PaperRow row(*statement);
+    bool isFirst = true;
+    Statement::Step step = statement->step();
+    for (; step == Statement::Step::Row; step = statement->step()) {
+        isFirst = false;
+        if (auto paper = row.paper())
             papers.append(*std::move(paper));
     }
+    // As with every query: a failure in the middle of the rows ends them.
+    return step == Statement::Step::Failed && isFirst ? Result<void>(statement->error()) : Result<void>();
+}
+
+Result<QList<Paper>> withTags(QList<Paper> papers, Database &database, TagLookup lookup = TagLookup::ById)
+{
+    papers.squeeze();
+    if (auto done = addTagsTo(papers, database, lookup); !done)
+        return done.error();
     return papers;
 }
 
@@ -86,21 +58,26 @@ Result<QStringList> selectTexts(Database &database, const QString &sql, QLatin1S
     return texts;
 }
 
-Result<QList<Paper>> selectPapers(Database &database, const QString &sql, const SqlValues &parameters)
+Result<QList<Paper>> selectPapers(Database &database, const QString &sql, const SqlValues &parameters,
+                                  TagLookup lookup)
 {
-    const auto rows = database.query(sql, parameters);
-    if (!rows)
-        return rows.error();
-    return papersFromRows(database, *rows);
+    QList<Paper> papers;
+    if (auto read = readRows(database, sql, parameters, papers); !read)
+        return read.error();
+    return withTags(std::move(papers), database, lookup);
 }
 
 Result<QList<Paper>> selectPapersByIds(Database &database, const QStringList &ids)
 {
     const QStringList distinct = QSet<QString>(ids.begin(), ids.end()).values();
-    const auto rows = queryForIds(database, QStringLiteral("SELECT * FROM papers WHERE id IN ("), distinct);
-    if (!rows)
-        return rows.error();
-    return papersFromRows(database, *rows);
+    QList<Paper> papers;
+    for (qsizetype from = 0; from < distinct.size(); from += kIdsPerStatement) {
+        const QStringList slice = distinct.mid(from, kIdsPerStatement);
+        const QString sql = u"SELECT * FROM papers WHERE id IN (" + placeholders(slice.size()) + u')';
+        if (auto read = readRows(database, sql, SqlValues(slice.begin(), slice.end()), papers); !read)
+            return read.error();
+    }
+    return withTags(std::move(papers), database);
 }
 
 Result<std::optional<Paper>> selectPaperById(Database &database, const QString &id)

@@ -1,20 +1,43 @@
 #include "store/PaperRow.h"
 
-std::optional<Paper> paperFromRow(const Row &row, const TagMap &tags)
+#include "store/Statement.h"
+
+PaperRow::PaperRow(const Statement &statement)
+    : m_statement(statement)
+    , m_id(column("id"))
+    , m_title(column("title"))
+    , m_authors(column("authors"))
+    , m_year(column("year"))
+    , m_pageCount(column("page_count"))
+    , m_coverPath(column("cover_path"))
+    , m_filepath(column("filepath"))
 {
-    const auto id = row.text(QLatin1String("id"));
-    const auto title = row.text(QLatin1String("title"));
-    const auto filepath = row.text(QLatin1String("filepath"));
+}
+
+int PaperRow::column(const char *name) const
+{
+    for (int column = 0; column < m_statement.columnCount(); ++column) {
+        if (m_statement.columnName(column) == QLatin1String(name))
+            return column;
+    }
+    return -1;
+}
+
+std::optional<Paper> PaperRow::paper() const
+{
+    auto id = m_statement.text(m_id);
+    auto title = m_statement.text(m_title);
+    auto filepath = m_statement.text(m_filepath);
     if (!id || !title || !filepath)
         return std::nullopt;
     return Paper{
-        .id = *id,
-        .title = *title,
-        .authors = row.text(QLatin1String("authors")).value_or(QString()),
-        .year = row.integer(QLatin1String("year")),
-        .pageCount = row.integer(QLatin1String("page_count")).value_or(0),
-        .coverPath = row.text(QLatin1String("cover_path")).value_or(QString()),
-        .filepath = *filepath,
-        .tags = tags.value(*id),
+        .id = *std::move(id),
+        .title = *std::move(title),
+        .authors = m_statement.text(m_authors).value_or(QString()),
+        .year = m_statement.integer(m_year),
+        .pageCount = m_statement.integer(m_pageCount).value_or(0),
+        .coverPath = m_statement.text(m_coverPath).value_or(QString()),
+        .filepath = *std::move(filepath),
+        .tags = {},
     };
 }

@@ -137,10 +137,8 @@ SqlValue Statement::value(int column) const
         return qint64(sqlite3_column_int64(row, column));
     case SQLITE_FLOAT:
         return sqlite3_column_double(row, column);
-    case SQLITE_TEXT: {
-        const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(row, column));
-        return QString::fromUtf8(text, sqlite3_column_bytes(row, column));
-    }
+    case SQLITE_TEXT:
+        return *text(column);
     case SQLITE_BLOB: {
         const auto *bytes = static_cast<const char *>(sqlite3_column_blob(row, column));
         return QByteArray(bytes, sqlite3_column_bytes(row, column));
@@ -148,4 +146,25 @@ SqlValue Statement::value(int column) const
     default:
         return {};
     }
+}
+
+std::optional<QString> Statement::text(int column) const
+{
+    const std::optional<QByteArrayView> bytes = utf8(column);
+    return bytes ? std::optional(QString::fromUtf8(*bytes)) : std::nullopt;
+}
+
+std::optional<qint64> Statement::integer(int column) const
+{
+    if (column < 0 || sqlite3_column_type(m_statement.get(), column) != SQLITE_INTEGER)
+        return {};
+    return sqlite3_column_int64(m_statement.get(), column);
+}
+
+std::optional<QByteArrayView> Statement::utf8(int column) const
+{
+    if (column < 0 || sqlite3_column_type(m_statement.get(), column) != SQLITE_TEXT)
+        return {};
+    const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(m_statement.get(), column));
+    return QByteArrayView(text, sqlite3_column_bytes(m_statement.get(), column));
 }

@@ -4,8 +4,10 @@
 #include "store/SqlValue.h"
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 #include <memory>
+#include <optional>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -44,6 +46,12 @@ public:
     QString columnName(int column) const;
     /// The column of the current row; NULL as std::monostate.
     SqlValue value(int column) const;
+
+    // The column of the current row when it has this type; a negative number is a column that does not exist.
+    std::optional<QString> text(int column) const;
+    std::optional<qint64> integer(int column) const;
+    /// Text as it is stored, until the next step.
+    std::optional<QByteArrayView> utf8(int column) const;
 
 private:
     struct Finalizer {

@@ -46,10 +46,10 @@ protected:
     void TearDown() override { m_log = testing::internal::GetCapturedStdout(); }
 
     ImportOutcome run(const QStringList &paths, const ImportFlow::IndexFile &indexFile,
-                      std::stop_token stop = {})
+                      ImportStops stops = {})
     {
         ImportFlow flow(indexFile, m_preferences, m_clock);
-        return flow.run(paths, stop, [this](const ImportProgress &progress) {
+        return flow.run(paths, stops, [this](const ImportProgress &progress) {
             m_clock.advance(std::chrono::seconds(2));
             m_progress.append(progress);
         });
@@ -139,27 +139,47 @@ TEST_F(ImportFlowTest, NotesWhenTheLastImportStarted)
     EXPECT_EQ(m_preferences.text(QLatin1String(kLastImportDateKey)), QStringLiteral("2025-03-07T14:05:09Z"));
 }
 
-TEST_F(ImportFlowTest, AStopLeavesOutWhatHasNotStartedAndCountsWhatIsDone)
+TEST_F(ImportFlowTest, AbandoningLeavesOutWhatHasNotStartedAndWhatGivesUp)
 {
     std::stop_source stop;
     std::atomic<int> started = 0;
     std::barrier sixInside(kImportJobs);
-    const ImportOutcome outcome = run(
-        numberedPaths(20),
-        [&](const QString &path, std::stop_token token) -> Result<Paper> {
-            ++started;
-            sixInside.arrive_and_wait();
-            stop.request_stop();
-            // One job is abandoned whole; the others run to their end.
-            if (path.endsWith(u"/3.pdf") && token.stop_requested())
-                return cancelledError();
-            return paperFor(path);
-        },
-        stop.get_token());
+    const ImportOutcome outcome = run(numberedPaths(20),
+                                      [&](const QString &path, std::stop_token token) -> Result<Paper> {
+                                          ++started;
+                                          sixInside.arrive_and_wait();
+                                          stop.request_stop();
+                                          // One job is abandoned whole; the others run to their end.
+                                          if (path.endsWith(u"/3.pdf") && token.stop_requested())
+                                              return cancelledError();
+                                          return paperFor(path);
+                                      },
+                                      {.beginNoMore = {}, .abandon = stop.get_token()});
     EXPECT_EQ(started, kImportJobs);
     EXPECT_EQ(outcome.response.indexed.size(), kImportJobs - 1);
     EXPECT_EQ(outcome.notDone.size(), 20 - kImportJobs + 1);
     EXPECT_TRUE(outcome.response.errors.isEmpty());
+    EXPECT_EQ(m_progress.size(), kImportJobs - 1) << "what was given up is not progress";
+}
+
+TEST_F(ImportFlowTest, BeginningNoMoreLetsRunningJobsEndAndCountsThem)
+{
+    std::stop_source stop;
+    std::barrier sixInside(kImportJobs);
+    const QStringList paths = numberedPaths(20);
+    const ImportOutcome outcome = run(paths,
+                                      [&](const QString &path, std::stop_token token) {
+                                          sixInside.arrive_and_wait();
+                                          stop.request_stop();
+                                          EXPECT_FALSE(token.stop_requested());
+                                          return paperFor(path);
+                                      },
+                                      {.beginNoMore = stop.get_token(), .abandon = {}});
+    EXPECT_EQ(outcome.response.indexed.size(), kImportJobs);
+    EXPECT_EQ(outcome.notDone, paths.mid(kImportJobs));
+    ASSERT_EQ(m_progress.size(), kImportJobs);
+    EXPECT_EQ(m_progress.last().done, kImportJobs);
+    EXPECT_EQ(m_progress.last().total, 20);
 }
 
 TEST_F(ImportFlowTest, OfNothingEndsAtOnce)

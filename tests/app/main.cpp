@@ -1,21 +1,16 @@
-// The entry point of the tests of app/, whose view model needs an event loop; a test fails when Qt warns.
-#include <QCoreApplication>
-#include <gtest/gtest.h>
+// The entry point of the tests of app/, whose view model needs an event loop and whose actions an application
+// of the desktop; a test fails when Qt warns.
+#include "support/FailOnWarning.h"
 
-namespace
-{
-void failOnWarning(QtMsgType type, const QMessageLogContext &, const QString &message)
-{
-    if (type == QtDebugMsg || type == QtInfoMsg)
-        return;
-    ADD_FAILURE() << "Qt said: " << message.toStdString();
-}
-} // namespace
+#include <QGuiApplication>
+#include <gtest/gtest.h>
 
 int main(int argc, char **argv)
 {
-    qInstallMessageHandler(failOnWarning);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
     ::testing::InitGoogleTest(&argc, argv);
-    QCoreApplication application(argc, argv);
+    QGuiApplication application(argc, argv);
+    // Only now: what Qt has to say about the machine is not the tests' concern.
+    qInstallMessageHandler(failOnWarning);
     return RUN_ALL_TESTS();
 }

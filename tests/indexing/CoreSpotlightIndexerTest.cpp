@@ -15,7 +15,9 @@ public:
     std::optional<Error> failure;
     QMap<QString, SearchableItem> items;
     int calls = 0;
+    bool isThere = true;
 
+    bool isPresent() const override { return isThere; }
     void indexItems(const QList<SearchableItem> &added, Completion completion) override
     {
         ++calls;
@@ -56,6 +58,13 @@ protected:
     RecordingIndex m_index;
     CoreSpotlightIndexer m_indexer{m_index};
 };
+
+TEST_F(CoreSpotlightIndexerTest, MakesNoBatchWhereThereIsNoIndex)
+{
+    m_index.isThere = false;
+    m_indexer.publish(QList{paper(QStringLiteral("id"))});
+    EXPECT_EQ(m_index.calls, 0);
+}
 
 TEST_F(CoreSpotlightIndexerTest, TellsWhatIsKnownOfAPaper)
 {

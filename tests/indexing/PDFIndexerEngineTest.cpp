@@ -2,16 +2,14 @@
 #include "IndexerFixture.h"
 #include "pdf/EngineDocument.h"
 #include "support/PdfBuilder.h"
+#include "support/Programs.h"
 
 namespace
 {
 class PDFIndexerEngineTest : public IndexerFixture
 {
 protected:
-    void SetUp() override
-    {
-        m_openPDF = engineOpener({.program = QStringLiteral(QUIREVAULT_ENGINE_PROGRAM)});
-    }
+    void SetUp() override { m_openPDF = engineOpener({.program = pdfEngineProgram()}); }
     QString write(const PdfBuilder &pdf, const QString &name = QStringLiteral("Real.pdf"))
     {
         return m_folder.write(name, pdf.build());

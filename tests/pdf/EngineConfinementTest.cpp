@@ -3,6 +3,7 @@
 #include "platform/InputFile.h"
 #include "support/PdfBuilder.h"
 #include "support/Printing.h"
+#include "support/Programs.h"
 #include "support/TemporaryFolder.h"
 
 #include <QDir>
@@ -20,7 +21,7 @@ OpenResult opened(const QByteArray &pdf)
 {
     const TemporaryFolder folder;
     const Result<InputFile> file = InputFile::open(folder.write(QStringLiteral("sample.pdf"), pdf));
-    return engineOpener({.program = QStringLiteral(QUIREVAULT_ENGINE_PROGRAM)})(*file, {});
+    return engineOpener({.program = pdfEngineProgram()})(*file, {});
 }
 
 QByteArray contentOf(const QString &path)

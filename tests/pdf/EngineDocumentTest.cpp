@@ -1,5 +1,6 @@
 #include "EngineSample.h"
 #include "FakeEngine.h"
+#include "support/Programs.h"
 
 #include <QDir>
 #include <fcntl.h>
@@ -130,8 +131,7 @@ TEST(EngineDocument, ALostEngineStaysLostUntilRestarted)
 
 TEST(EngineDocument, ReadsOnAfterARestart)
 {
-    const OpenResult document =
-        oneWord().open(QStringLiteral(QUIREVAULT_ENGINE_PROGRAM), {.thumbnail = 0ms, .grace = 0ms});
+    const OpenResult document = oneWord().open(pdfEngineProgram(), {.thumbnail = 0ms, .grace = 0ms});
     ASSERT_TRUE(document);
     EXPECT_EQ(codeOf((*document)->thumbnail(0, 300, 400).error()), PDFErrorCode::DeadlineExceeded);
     EXPECT_EQ(codeOf((*document)->pageText(0).error()), PDFErrorCode::EngineFailed);

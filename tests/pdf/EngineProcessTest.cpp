@@ -1,6 +1,7 @@
 #include "pdf/EngineProcess.h"
 
 #include "support/Printing.h"
+#include "support/Programs.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -13,7 +14,7 @@ namespace
 Result<EngineProcess> started()
 {
     const FileDescriptor document(open("/dev/null", O_RDONLY | O_CLOEXEC));
-    return EngineProcess::start(QStringLiteral(QUIREVAULT_ENGINE_PROGRAM), document.get());
+    return EngineProcess::start(pdfEngineProgram(), document.get());
 }
 
 /// Blocks until a child has ended, and leaves it to be reaped.

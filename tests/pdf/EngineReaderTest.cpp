@@ -1,6 +1,7 @@
 // What a reader window asks of the real engine, through the client.
 #include "EngineSample.h"
 #include "FakeEngine.h"
+#include "support/Programs.h"
 
 #include <QDir>
 #include <fcntl.h>
@@ -18,7 +19,7 @@ const PdfPage kRedQuarter = {.lines = {QStringLiteral("Word")},
 
 std::unique_ptr<PDFDocument> opened(const PdfBuilder &builder, const EngineDeadlines &deadlines = {})
 {
-    return Sample(builder.build()).open(QStringLiteral(QUIREVAULT_ENGINE_PROGRAM), deadlines).value();
+    return Sample(builder.build()).open(pdfEngineProgram(), deadlines).value();
 }
 
 /// A page that no engine gets to the end of: forms that draw each other, ten times on each of 20 levels.
@@ -187,7 +188,7 @@ TEST(EngineReader, KnowsPageLabels)
 TEST(EngineReader, OpensWithAPassword)
 {
     const Sample sample(PdfBuilder().page({QStringLiteral("Word")}).lock(PdfLock::NeedsPassword).build());
-    const UnlockPDF unlock = engineUnlocker({.program = QStringLiteral(QUIREVAULT_ENGINE_PROGRAM)});
+    const UnlockPDF unlock = engineUnlocker({.program = pdfEngineProgram()});
     const auto codeWith = [&](const QString &password) {
         return codeOf(unlock(sample.file(), password, {}).error());
     };

@@ -5,6 +5,7 @@
 #include "platform/InputFile.h"
 #include "support/PdfBuilder.h"
 #include "support/Printing.h"
+#include "support/Programs.h"
 #include "support/TemporaryFolder.h"
 
 #include <cerrno>
@@ -21,8 +22,8 @@ public:
     {
     }
 
-    OpenResult open(const QString &program = QStringLiteral(QUIREVAULT_ENGINE_PROGRAM),
-                    const EngineDeadlines &deadlines = {}, std::stop_token stop = {}) const
+    OpenResult open(const QString &program = pdfEngineProgram(), const EngineDeadlines &deadlines = {},
+                    std::stop_token stop = {}) const
     {
         return engineOpener({program, deadlines})(*m_file, stop);
     }

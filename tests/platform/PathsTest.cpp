@@ -12,6 +12,7 @@ TEST(Paths, FollowXdgDataHome)
     EXPECT_EQ(dataFolder(), QStringLiteral("/somewhere/data/Quirevault"));
     EXPECT_EQ(libraryDatabasePath(), QStringLiteral("/somewhere/data/Quirevault/library.db"));
     EXPECT_EQ(coversFolder(), QStringLiteral("/somewhere/data/Quirevault/covers"));
+    EXPECT_EQ(sessionFilePath(), QStringLiteral("/somewhere/data/Quirevault/session.json"));
     before.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", before);
 }
 
@@ -19,4 +20,16 @@ TEST(Paths, KnowWhereTheProgramIs)
 {
     EXPECT_TRUE(QFileInfo(programFolder()).isAbsolute());
     EXPECT_TRUE(QFileInfo::exists(QString(programFolder() + u"/platform-tests")));
+}
+
+TEST(Paths, FindAProgramThatLiesBesideThisOne)
+{
+    EXPECT_EQ(companionProgram(QStringLiteral("platform-tests")),
+              QString(programFolder() + u"/platform-tests"));
+}
+
+TEST(Paths, LookForOtherProgramsWhereTheyAreInstalled)
+{
+    const QString installed = QFileInfo(programFolder()).path() + u"/libexec/quirevault/no-such-program";
+    EXPECT_EQ(companionProgram(QStringLiteral("no-such-program")), installed);
 }

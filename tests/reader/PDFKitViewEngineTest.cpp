@@ -3,6 +3,7 @@
 #include "reader/ReaderDocument.h"
 #include "reader/ReaderViewFixture.h"
 #include "support/PdfBuilder.h"
+#include "support/Programs.h"
 #include "support/TemporaryFolder.h"
 
 #include <QEventLoop>
@@ -23,7 +24,7 @@ protected:
                 if (!file)
                     return file.error();
                 EngineOptions options;
-                options.program = QStringLiteral(QUIREVAULT_ENGINE_PROGRAM);
+                options.program = pdfEngineProgram();
                 return EngineDocument::open(*file, options, stop);
             });
         ASSERT_TRUE(m_document->open().result());
@@ -58,9 +59,10 @@ protected:
     /// Of the part of page 1 (points) that is shown.
     QColor colorAt(QPointF point) { return picture().pixelColor(pointOf(0, point)); }
 
+    std::unique_ptr<ReaderDocument> m_document;
+
 private:
     TemporaryFolder m_folder;
-    std::unique_ptr<ReaderDocument> m_document;
 };
 
 QByteArray redCornerAndWords()
@@ -94,6 +96,18 @@ TEST_F(PDFKitViewEngineTest, HasItsDocumentWhenItTellsOfThePage)
     open(redCornerAndWords());
     EXPECT_NE(document, nullptr);
     EXPECT_EQ(document, view.document());
+}
+
+TEST_F(PDFKitViewEngineTest, LetsGoOfADocumentWhoseAnswersAreStillToCome)
+{
+    open(redCornerAndWords());
+    for (int i = 0; i < 20; ++i) {
+        view.zoomIn();
+        view.setDocument(nullptr);
+        view.setDocument(m_document.get());
+    }
+    untilSharp();
+    EXPECT_EQ(view.document(), m_document.get());
 }
 
 TEST_F(PDFKitViewEngineTest, ShowsATurnedPage)

@@ -31,6 +31,7 @@ TEST(PageLayout, TurnsEveryPage)
     layout.setTurns(1);
     EXPECT_EQ(layout.size(0), QSizeF(200, 100));
     EXPECT_DOUBLE_EQ(layout.rect(1, 2).top(), 2 * kGap + 200);
+    EXPECT_DOUBLE_EQ(layout.greatestWidth(), 200);
     layout.setTurns(-2);
     EXPECT_EQ(layout.turns(), 2);
     EXPECT_EQ(layout.size(0), QSizeF(100, 200));

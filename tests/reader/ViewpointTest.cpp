@@ -181,6 +181,25 @@ TEST(Viewpoint, LetsOneScrollSidewaysOnlyWhereAVisiblePageIsWide)
     EXPECT_DOUBLE_EQ(view.pageRect(2).left(), 12);
 }
 
+TEST(Viewpoint, NeedsNoScrollBarSidewaysWhileItFits)
+{
+    Viewpoint view = viewpointOf({QSizeF(600, 800), QSizeF(900, 800)});
+    EXPECT_FALSE(view.isWiderThanViewport());
+    view.setScale(0.9, {0, 0});
+    EXPECT_TRUE(view.isWiderThanViewport());
+    view.setScale(0.5, {0, 0});
+    EXPECT_FALSE(view.isWiderThanViewport());
+}
+
+TEST(Viewpoint, KeepsTheScaleWhenOnlyTheHeightChanges)
+{
+    Viewpoint view = viewpointOf({QSizeF(600, 800), QSizeF(900, 800)});
+    view.moveTo({0, 700});
+    EXPECT_EQ(view.currentPage(), 1);
+    view.setViewport({624, 480});
+    EXPECT_DOUBLE_EQ(view.scale(), 1);
+}
+
 TEST(Viewpoint, StopsAtTheEdgesOfTheFlow)
 {
     Viewpoint view = tenPages();

@@ -86,6 +86,19 @@ TEST(PaperFilter, WantsEveryFilterToPass)
     EXPECT_EQ(idsPassing("title:deep author:smith year:2019"), QString());
 }
 
+TEST(PaperFilter, SharesTheListWhenAllPass)
+{
+    EXPECT_TRUE(filteredPapers(kPapers, ParsedQuery(QStringLiteral("title:e"))).isSharedWith(kPapers));
+}
+
+TEST(PaperFilter, EndsWhenItIsStopped)
+{
+    std::stop_source stop;
+    stop.request_stop();
+    const ParsedQuery query(QStringLiteral("title:deep"));
+    EXPECT_TRUE(filteredPapers(kPapers, query, stop.get_token()).isEmpty());
+}
+
 TEST(ResultFilter, KeepsResultsOutsideTheListedPapersUnlessATagIsSelected)
 {
     const QList<Paper> listed{kPapers[0], kPapers[2]};

@@ -120,6 +120,17 @@ TEST_F(DatabaseTags, AreDeletedWithTheirDefinition)
     EXPECT_EQ(library.count(QStringLiteral("tag_definitions")), 0);
 }
 
+TEST_F(DatabaseTags, ThatCannotBeDeletedEverywhereAreKeptEverywhere)
+{
+    tag("a", "Old");
+    ASSERT_TRUE(library.service.createTag(QStringLiteral("Old")).result());
+    library.run(QStringLiteral(
+        "CREATE TRIGGER broken BEFORE DELETE ON tags BEGIN SELECT raise(ABORT, 'out of order'); END"));
+    EXPECT_FALSE(library.db.deleteTag(QStringLiteral("Old")).result());
+    EXPECT_EQ(pairs(), QStringList{QStringLiteral("a:Old")});
+    EXPECT_EQ(library.count(QStringLiteral("tag_definitions")), 1);
+}
+
 TEST_F(DatabaseTags, OfAPaperAreReplacedTrimmedAndEachOnce)
 {
     tag("a", "Old");

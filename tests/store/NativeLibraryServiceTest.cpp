@@ -301,6 +301,19 @@ TEST_F(LibraryPapers, ThatCannotBeDeletedWholeAreKeptWhole)
     EXPECT_EQ(library.publisher.withdrawn, QStringList());
 }
 
+TEST_F(LibraryPapers, AreCountedInAllByTagAndByDate)
+{
+    for (const char *id : {"a", "b", "c"})
+        library.addPaper(QLatin1String(id), QLatin1String(id));
+    library.run(QStringLiteral("UPDATE papers SET date_indexed = '2025-01-0' || rowid || 'T00:00:00Z'"));
+    ASSERT_TRUE(library.service.addTag(QStringLiteral("a"), QStringLiteral("x")).result());
+    ASSERT_TRUE(library.service.addTag(QStringLiteral("b"), QStringLiteral("x")).result());
+    ASSERT_TRUE(library.service.createTag(QStringLiteral("unused")).result());
+    const PaperCounts expected{.all = 3, .recentlyImported = 2, .byTag = {{QStringLiteral("x"), 2}}};
+    EXPECT_EQ(library.service.paperCounts(QStringLiteral("2025-01-02T00:00:00Z")).result().value(), expected);
+    EXPECT_EQ(library.service.paperCounts(std::nullopt).result()->recentlyImported, 0);
+}
+
 TEST(LibraryUrgency, IsThatOfTheServiceForEveryOperation)
 {
     TestLibrary library;
@@ -316,6 +329,7 @@ TEST(LibraryUrgency, IsThatOfTheServiceForEveryOperation)
         background.papersWithTag(text),
         background.papersByIds({text}),
         background.recentlyImportedPapers(text),
+        background.paperCounts(text),
         background.paperById(text),
         background.paperByContentHash(text),
         background.paperByFilepath(text),

@@ -1,8 +1,6 @@
 #include "store/Paper.h"
-#include "store/PaperRow.h"
 #include "support/Printing.h"
 
-#include <QMap>
 #include <QSet>
 #include <gtest/gtest.h>
 
@@ -20,23 +18,6 @@ Paper paper()
             .tags = {QStringLiteral("x"), QStringLiteral("y")}};
 }
 
-/// A row of `papers` in which every column can be replaced.
-Row paperRow(const QMap<QString, SqlValue> &replaced = {})
-{
-    QMap<QString, SqlValue> values{
-        {QStringLiteral("id"), QStringLiteral("a")},
-        {QStringLiteral("title"), QStringLiteral("T")},
-        {QStringLiteral("authors"), QStringLiteral("A")},
-        {QStringLiteral("year"), qint64(2019)},
-        {QStringLiteral("filepath"), QStringLiteral("/p.pdf")},
-        {QStringLiteral("cover_path"), QStringLiteral("/c.jpg")},
-        {QStringLiteral("page_count"), qint64(12)},
-    };
-    values.insert(replaced);
-    return Row(std::make_shared<QStringList>(values.keys()), {values.begin(), values.end()});
-}
-
-const TagMap kTags{{QStringLiteral("a"), {QStringLiteral("x"), QStringLiteral("y")}}};
 } // namespace
 
 TEST(Paper, IsEqualOnlyWhenEveryFieldIs)
@@ -71,51 +52,4 @@ TEST(Paper, HashesAYearOfZeroUnlikeNoYear)
     Paper none = paper();
     none.year = std::nullopt;
     EXPECT_NE(qHash(zero), qHash(none));
-}
-
-TEST(PaperRow, BecomesAPaperWithItsTags)
-{
-    EXPECT_EQ(paperFromRow(paperRow(), kTags), paper());
-}
-
-TEST(PaperRow, YieldsNoPaperWithoutIdTitleOrPath)
-{
-    for (const char *column : {"id", "title", "filepath"}) {
-        EXPECT_EQ(paperFromRow(paperRow({{QLatin1String(column), SqlValue()}}), kTags), std::nullopt)
-            << column;
-        EXPECT_EQ(paperFromRow(paperRow({{QLatin1String(column), qint64(7)}}), kTags), std::nullopt)
-            << column;
-    }
-}
-
-TEST(PaperRow, TakesDefaultsForWhatIsMissing)
-{
-    const auto found = paperFromRow(paperRow({{QStringLiteral("authors"), SqlValue()},
-                                              {QStringLiteral("year"), SqlValue()},
-                                              {QStringLiteral("page_count"), SqlValue()},
-                                              {QStringLiteral("cover_path"), SqlValue()}}),
-                                    {});
-    ASSERT_TRUE(found);
-    EXPECT_EQ(found->authors, QString());
-    EXPECT_EQ(found->year, std::nullopt);
-    EXPECT_EQ(found->pageCount, 0);
-    EXPECT_EQ(found->coverPath, QString());
-    EXPECT_EQ(found->tags, QStringList());
-}
-
-TEST(PaperRow, TakesDefaultsForValuesOfOtherTypes)
-{
-    const auto found = paperFromRow(paperRow({{QStringLiteral("authors"), qint64(1)},
-                                              {QStringLiteral("year"), QStringLiteral("2019")},
-                                              {QStringLiteral("page_count"), 1.5}}),
-                                    kTags);
-    ASSERT_TRUE(found);
-    EXPECT_EQ(found->authors, QString());
-    EXPECT_EQ(found->year, std::nullopt);
-    EXPECT_EQ(found->pageCount, 0);
-}
-
-TEST(PaperRow, KeepsAYearOfZero)
-{
-    EXPECT_EQ(paperFromRow(paperRow({{QStringLiteral("year"), qint64(0)}}), kTags)->year, 0);
 }

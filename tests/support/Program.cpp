@@ -1,4 +1,5 @@
 #include "support/Program.h"
+#include "support/Programs.h"
 
 namespace
 {
@@ -26,7 +27,7 @@ ProgramRun Program::run(const QStringList &arguments, const std::function<void(Q
     process.setWorkingDirectory(m_workingFolder);
     if (m_childSetup)
         process.setChildProcessModifier(m_childSetup);
-    process.start(QStringLiteral(QUIREVAULT_PROGRAM), arguments);
+    process.start(commandLineProgram(), arguments);
     EXPECT_TRUE(process.waitForStarted());
     meanwhile(process);
     const bool ended = process.waitForFinished(kHangMs) || process.state() == QProcess::NotRunning;

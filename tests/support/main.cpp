@@ -1,16 +1,7 @@
 // The entry point of every test program: runs GoogleTest, and fails a test that makes Qt warn.
-#include <QString>
-#include <gtest/gtest.h>
+#include "support/FailOnWarning.h"
 
-namespace
-{
-void failOnWarning(QtMsgType type, const QMessageLogContext &, const QString &message)
-{
-    if (type == QtDebugMsg || type == QtInfoMsg)
-        return;
-    ADD_FAILURE() << "Qt said: " << message.toStdString();
-}
-} // namespace
+#include <gtest/gtest.h>
 
 int main(int argc, char **argv)
 {

@@ -1,0 +1,80 @@
+#include "app/QuirevaultApp.h"
+
+#include "app/SessionManager.h"
+
+#include <QCoreApplication>
+#include <utility>
+
+QuirevaultApp::QuirevaultApp(Collaborators collaborators)
+    : m_with(std::move(collaborators))
+    , m_appDelegate(m_with.sessions, m_with.showUpdateResult)
+    , m_commands({.showAbout = m_with.showAbout,
+                  .checkForUpdates = [this] { m_appDelegate.updater()->checkForUpdates(); },
+                  .openLibraryWindow = [this] { openLibraryWindow(); },
+                  .quit =
+                      [this] {
+                          quit();
+                      }})
+{
+    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this,
+            [this] { m_appDelegate.applicationWillTerminate(); });
+}
+
+void QuirevaultApp::start()
+{
+    m_appDelegate.applicationDidFinishLaunching();
+    openLibraryWindow();
+}
+
+void QuirevaultApp::openLibraryWindow()
+{
+    if (m_libraryWindow.isOpen())
+        return m_libraryWindow.bringForward();
+    m_libraryWindow = m_with.makeLibraryWindow(*this);
+    if (std::exchange(m_hasRestoredSession, true))
+        return;
+    const QList<PDFOpenRequest> sessions = m_with.sessions.activeSessions;
+    for (const PDFOpenRequest &request : sessions)
+        openReaderWindow(request);
+}
+
+void QuirevaultApp::openReaderWindow(const PDFOpenRequest &request)
+{
+    m_readerWindows.removeIf([](const auto &entry) { return !entry.value().isOpen(); });
+    const auto open = m_readerWindows.constFind(request);
+    if (open != m_readerWindows.constEnd())
+        return open->bringForward();
+    m_readerWindows.insert(request, m_with.makeReaderWindow(request));
+}
+
+void QuirevaultApp::openFiles(const QList<QUrl> &files)
+{
+    for (const QUrl &file : files) {
+        if (file.isLocalFile())
+            openReaderWindow({.id = QUuid::createUuid(), .url = file});
+    }
+}
+
+void QuirevaultApp::reopen()
+{
+    if (m_appDelegate.applicationShouldHandleReopen(m_libraryWindow.isOpen()))
+        openLibraryWindow();
+}
+
+bool QuirevaultApp::runCommand(const QString &name)
+{
+    auto *command = m_commands.findChild<QAction *>(name, Qt::FindDirectChildrenOnly);
+    if (!command)
+        return false;
+    command->trigger();
+    return true;
+}
+
+void QuirevaultApp::quit()
+{
+    m_isQuitting = true;
+    // The library window first: it may have a reason to stay, and then the readers stay as well.
+    m_isQuitting = !m_libraryWindow.isOpen() || m_libraryWindow.close();
+    if (m_isQuitting)
+        QCoreApplication::quit();
+}

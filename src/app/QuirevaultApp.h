@@ -1,0 +1,65 @@
+#pragma once
+
+#include "app/AppDelegate.h"
+#include "app/LibraryCommands.h"
+#include "app/OpenedWindow.h"
+#include "reader/PDFOpenRequest.h"
+
+#include <QHash>
+#include <QList>
+#include <QObject>
+#include <QUrl>
+#include <functional>
+
+class SessionManager;
+
+/// The application: its delegate, its commands and its two kinds of window, which it opens without knowing
+/// how they are made. Main thread.
+class QuirevaultApp : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// What the main program supplies. Windows are shown as soon as they are made.
+    struct Collaborators {
+        SessionManager &sessions; ///< must outlive the application
+        std::function<OpenedWindow(QuirevaultApp &app)> makeLibraryWindow;
+        std::function<OpenedWindow(const PDFOpenRequest &request)> makeReaderWindow;
+        std::function<void()> showAbout;
+        Updater::ShowResult showUpdateResult;
+    };
+    explicit QuirevaultApp(Collaborators collaborators);
+
+    LibraryCommands &commands() { return m_commands; }
+    AppDelegate &appDelegate() { return m_appDelegate; }
+
+    /// Finishes launching and opens the library window.
+    void start();
+    /// Shows the one library window, which may have been closed. The first time, the reader windows that
+    /// were open at the end of the last session open again.
+    void openLibraryWindow();
+    /// Shows the one reader window of this value.
+    void openReaderWindow(const PDFOpenRequest &request);
+    /// Opens each file in a reader window; addresses of anything but files are left out.
+    void openFiles(const QList<QUrl> &files);
+    /// What another start of the program asks for.
+    void reopen();
+    /// Runs the command of that object name; false when there is none.
+    bool runCommand(const QString &name);
+
+    /// Ends the program, unless the library window stays open because the person wants it to. Reader windows
+    /// that are open come back at the next start.
+    void quit();
+    /// Whether windows are being closed because the program ends, which a reader window must not take for
+    /// the person's wish to close it.
+    bool isQuitting() const { return m_isQuitting; }
+
+private:
+    Collaborators m_with;
+    AppDelegate m_appDelegate;
+    LibraryCommands m_commands;
+    OpenedWindow m_libraryWindow;
+    QHash<PDFOpenRequest, OpenedWindow> m_readerWindows;
+    bool m_hasRestoredSession = false;
+    bool m_isQuitting = false;
+};

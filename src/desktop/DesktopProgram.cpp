@@ -1,0 +1,143 @@
+#include "desktop/DesktopProgram.h"
+
+#include "app/LibraryViewModel.h"
+#include "app/QuirevaultApp.h"
+#include "app/Services.h"
+#include "app/SessionManager.h"
+#include "desktop/Windows.h"
+#include "platform/Paths.h"
+#include "reader/ReaderServices.h"
+#include "search/NativeSearchService.h"
+#include "store/BookmarkEvents.h"
+#include "ui/AboutPanel.h"
+#include "ui/ContentView.h"
+#include "ui/CoverCache.h"
+
+#include <cstdio>
+#include <unistd.h>
+
+namespace
+{
+
+/// While the application is made: Qt ends the process when it finds no display, in words for developers.
+void explainMissingDisplay(QtMsgType type, const QMessageLogContext &, const QString &)
+{
+    if (type != QtFatalMsg)
+        return;
+    std::fputs(
+        "quirevault: there is no display to open the library window on. Start it in a desktop session, "
+        "or set WAYLAND_DISPLAY or DISPLAY. The commands work without: see quirevault --help\n",
+        stderr);
+    _exit(1);
+}
+
+std::unique_ptr<QApplication> makeApplication(int &argc, char **argv)
+{
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Quirevault"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.quirevault.Quirevault"));
+    const QtMessageHandler before = qInstallMessageHandler(explainMissingDisplay);
+    auto application = std::make_unique<QApplication>(argc, argv);
+    qInstallMessageHandler(before);
+    return application;
+}
+
+/// Everything that lives as long as the program runs, in the order in which it needs each other.
+struct Parts {
+    Parts()
+    {
+        // Before the window is made, so that the database reads while it is.
+        vm.loadPapers();
+        vm.loadTags();
+    }
+
+    OpenedWindow makeLibraryWindow(QuirevaultApp &application)
+    {
+        return showLibraryWindow({.vm = vm,
+                                  .commands = application.commands(),
+                                  .covers = covers,
+                                  .preferences = services.preferences(),
+                                  .openWindow = [&application](const PDFOpenRequest &request) {
+                                      application.openReaderWindow(request);
+                                  }});
+    }
+
+    OpenedWindow makeReaderWindow(const PDFOpenRequest &request)
+    {
+        const ReaderServices readerServices{.library = services.library(),
+                                            .bookmarkEvents = BookmarkEvents::shared(),
+                                            .searchInPaper =
+                                                [this](const QString &paperId, const QString &query) {
+                                                    return services.search().searchInPaper(paperId, query);
+                                                },
+                                            .clock = services.clock(),
+                                            .preferences = services.preferences(),
+                                            .showLibrary = [this] { app.openLibraryWindow(); },
+                                            .searchInLibrary =
+                                                [this](const QString &text) {
+                                                    app.openLibraryWindow();
+                                                    vm.queryText = text;
+                                                }};
+        return showReaderWindow(request, readerServices, sessions, [this] { return app.isQuitting(); });
+    }
+
+    Services services{ServiceLocations::ofTheUser()};
+    SessionManager sessions{sessionFilePath(), services.clock()};
+    LibraryViewModel vm{{.db = services.db(),
+                         .library = services.library(),
+                         .publisher = services.publisher(),
+                         .preferences = services.preferences(),
+                         .clock = services.clock(),
+                         .importFlow = services.importFlow(),
+                         .retagFlow = services.retagFlow(),
+                         .search = [this](const QString &query) {
+                             return services.search().search(query);
+                         }}};
+    CoverCache covers;
+    QuirevaultApp app{
+        {.sessions = sessions,
+         .makeLibraryWindow = [this](QuirevaultApp &application) { return makeLibraryWindow(application); },
+         .makeReaderWindow = [this](const PDFOpenRequest &request) { return makeReaderWindow(request); },
+         .showAbout = [] { showAboutPanel(QApplication::activeWindow()); },
+         .showUpdateResult = showUpdateResult}};
+};
+
+int runLibrary(SingleInstance &instance)
+{
+    Parts parts;
+    QuirevaultApp &app = parts.app;
+    instance.setHandlers({.activate = [&app] { app.reopen(); },
+                          .open = [&app](const QList<QUrl> &files) { app.openFiles(files); },
+                          .runCommand =
+                              [&app](const QString &name) {
+                                  return app.runCommand(name);
+                              }});
+    app.start();
+    const int status = QApplication::exec();
+    // Before the services end, which may wait for jobs: nobody would answer meanwhile.
+    instance.giveNameBack();
+    return status;
+}
+
+} // namespace
+
+DesktopProgram::DesktopProgram(int &argc, char **argv)
+    : m_activationToken(ActivationToken::ofThisProcess())
+    , m_application(makeApplication(argc, argv))
+{
+}
+
+int DesktopProgram::run()
+{
+    SingleInstance instance(QDBusConnection::sessionBus(), SingleInstance::nameFor(dataFolder()));
+    switch (instance.start(m_activationToken)) {
+    case SingleInstance::Start::HandedOver:
+        return 0;
+    case SingleInstance::Start::NoAnswer:
+        std::fputs("quirevault: it runs already, but does not answer\n", stderr);
+        return 1;
+    case SingleInstance::Start::First:
+        break;
+    }
+    m_activationToken.use();
+    return runLibrary(instance);
+}

@@ -1,0 +1,60 @@
+#include "desktop/Windows.h"
+
+#include "app/SessionManager.h"
+#include "reader/PDFViewerWindow.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPointer>
+
+namespace
+{
+
+OpenedWindow opened(QWidget *widget)
+{
+    const QPointer window(widget);
+    return {.isOpen = [window] { return window && window->isVisible(); },
+            .bringForward =
+                [window] {
+                    window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+                    window->raise();
+                    window->activateWindow();
+                },
+            .close =
+                [window] {
+                    return window->close();
+                }};
+}
+
+} // namespace
+
+OpenedWindow showLibraryWindow(const ContentView::Collaborators &collaborators)
+{
+    auto *window = new ContentView(collaborators);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->show();
+    return opened(window);
+}
+
+OpenedWindow showReaderWindow(const PDFOpenRequest &request, const ReaderServices &services,
+                              SessionManager &sessions, const std::function<bool()> &isQuitting)
+{
+    PDFViewerWindow *window = openPDFViewerWindow(request, services);
+    sessions.registerRequest(window->request());
+    QObject::connect(window, &PDFViewerWindow::requestChanged, window,
+                     [&sessions](const PDFOpenRequest &changed) { sessions.update(changed); });
+    QObject::connect(window, &PDFViewerWindow::closed, window, [&sessions, isQuitting](const QUuid &id) {
+        if (!isQuitting())
+            sessions.unregister(id);
+    });
+    return opened(window);
+}
+
+void showUpdateResult(const QString &result)
+{
+    auto *message = new QMessageBox(QMessageBox::Information, QStringLiteral("Check for Updates"), result,
+                                    QMessageBox::Ok, QApplication::activeWindow());
+    message->setObjectName(QStringLiteral("updateResult"));
+    message->setAttribute(Qt::WA_DeleteOnClose);
+    message->open();
+}

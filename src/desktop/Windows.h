@@ -1,0 +1,21 @@
+#pragma once
+
+#include "app/OpenedWindow.h"
+#include "reader/PDFOpenRequest.h"
+#include "ui/ContentView.h"
+
+#include <functional>
+
+class SessionManager;
+struct ReaderServices;
+
+/// Makes and shows the library window; it is destroyed when it is closed.
+OpenedWindow showLibraryWindow(const ContentView::Collaborators &collaborators);
+
+/// Makes and shows a reader window, which `sessions` knows of until the person closes it: the end of the
+/// program, of which `isQuitting` tells, does not count.
+OpenedWindow showReaderWindow(const PDFOpenRequest &request, const ReaderServices &services,
+                              SessionManager &sessions, const std::function<bool()> &isQuitting);
+
+/// Shows what a check for updates came to, in a small message over the active window.
+void showUpdateResult(const QString &result);

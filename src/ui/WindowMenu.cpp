@@ -1,0 +1,34 @@
+#include "ui/WindowMenu.h"
+
+#include <QApplication>
+#include <QMainWindow>
+
+WindowMenu::WindowMenu(QWidget *window)
+    : QMenu(QStringLiteral("&Window"), window)
+{
+    QAction *minimize = addAction(QStringLiteral("Minimize"), window, &QWidget::showMinimized);
+    minimize->setShortcut(Qt::CTRL | Qt::Key_M);
+    m_separator = addSeparator();
+    connect(this, &QMenu::aboutToShow, this, &WindowMenu::listWindows);
+}
+
+void WindowMenu::listWindows()
+{
+    const QList<QAction *> all = actions();
+    for (QAction *old : all.mid(all.indexOf(m_separator) + 1))
+        old->deleteLater();
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget *window : windows) {
+        if (!qobject_cast<QMainWindow *>(window) || !window->isVisible())
+            continue;
+        // A file's name may hold what would become a mnemonic.
+        QString title = window->windowTitle();
+        QAction *entry = addAction(title.replace(u'&', QLatin1String("&&")), window, [window] {
+            window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+            window->raise();
+            window->activateWindow();
+        });
+        entry->setCheckable(true);
+        entry->setChecked(window == QApplication::activeWindow());
+    }
+}

@@ -1,0 +1,202 @@
+#include "app/QuirevaultApp.h"
+
+#include "app/SessionManager.h"
+#include "support/FakeClock.h"
+#include "support/Printing.h"
+#include "support/TemporaryFolder.h"
+
+#include <QFile>
+#include <gtest/gtest.h>
+
+namespace
+{
+
+PDFOpenRequest requestFor(const QString &path)
+{
+    return {.id = QUuid::createUuidV5(QUuid(), path), .url = QUrl::fromLocalFile(path)};
+}
+
+/// A window that is there only in a test's books.
+struct PretendedWindow {
+    bool isOpen = true;
+    bool agreesToClose = true;
+    int broughtForward = 0;
+
+    OpenedWindow opened()
+    {
+        return {.isOpen = [this] { return isOpen; },
+                .bringForward = [this] { ++broughtForward; },
+                .close =
+                    [this] {
+                        isOpen = isOpen && !agreesToClose;
+                        return agreesToClose;
+                    }};
+    }
+};
+
+} // namespace
+
+class QuirevaultAppTest : public testing::Test
+{
+protected:
+    void SetUp() override { testing::internal::CaptureStdout(); } // what the session has to say
+    void TearDown() override { testing::internal::GetCapturedStdout(); }
+
+    OpenedWindow makeReader(const PDFOpenRequest &request)
+    {
+        m_requests.append(request);
+        return m_readers.emplace_back(std::make_unique<PretendedWindow>())->opened();
+    }
+
+    QuirevaultApp &app()
+    {
+        if (!m_app) {
+            m_app = std::make_unique<QuirevaultApp>(QuirevaultApp::Collaborators{
+                .sessions = m_sessions,
+                .makeLibraryWindow =
+                    [this](QuirevaultApp &) {
+                        ++m_librariesMade;
+                        m_library = {};
+                        return m_library.opened();
+                    },
+                .makeReaderWindow = [this](const PDFOpenRequest &request) { return makeReader(request); },
+                .showAbout = [this] { ++m_aboutShown; },
+                .showUpdateResult =
+                    [this](const QString &result) {
+                        m_updateResult = result;
+                    }});
+        }
+        return *m_app;
+    }
+
+    TemporaryFolder m_folder;
+    FakeClock m_clock;
+    SessionManager m_sessions{m_folder.path(QStringLiteral("session.json")), m_clock};
+    int m_librariesMade = 0;
+    PretendedWindow m_library;
+    std::vector<std::unique_ptr<PretendedWindow>> m_readers;
+    QList<PDFOpenRequest> m_requests;
+    int m_aboutShown = 0;
+    QString m_updateResult;
+    std::unique_ptr<QuirevaultApp> m_app;
+};
+
+TEST_F(QuirevaultAppTest, OpensTheLibraryWindowAtItsStart)
+{
+    app().start();
+    EXPECT_EQ(m_librariesMade, 1);
+}
+
+TEST_F(QuirevaultAppTest, BringsTheOneLibraryWindowForward)
+{
+    app().start();
+    app().commands().library->trigger();
+    EXPECT_EQ(m_librariesMade, 1);
+    EXPECT_EQ(m_library.broughtForward, 1);
+}
+
+TEST_F(QuirevaultAppTest, OpensTheLibraryWindowAgainOnceItWasClosed)
+{
+    app().start();
+    m_library.isOpen = false;
+    app().commands().library->trigger();
+    EXPECT_EQ(m_librariesMade, 2);
+    m_library.isOpen = false;
+    app().reopen();
+    EXPECT_EQ(m_librariesMade, 3);
+}
+
+TEST_F(QuirevaultAppTest, OpensOneReaderWindowForEachValue)
+{
+    app().start();
+    const PDFOpenRequest first = requestFor(QStringLiteral("/a.pdf"));
+    PDFOpenRequest second = first;
+    second.page = 7;
+    app().openReaderWindow(first);
+    app().openReaderWindow(second);
+    app().openReaderWindow(first);
+    EXPECT_EQ(m_requests, (QList{first, second}));
+    EXPECT_EQ(m_readers[0]->broughtForward, 1);
+    EXPECT_EQ(m_readers[1]->broughtForward, 0);
+}
+
+TEST_F(QuirevaultAppTest, OpensAReaderWindowAgainOnceItWasClosed)
+{
+    app().start();
+    const PDFOpenRequest request = requestFor(QStringLiteral("/a.pdf"));
+    app().openReaderWindow(request);
+    m_readers[0]->isOpen = false;
+    app().openReaderWindow(request);
+    EXPECT_EQ(m_requests.size(), 2);
+}
+
+TEST_F(QuirevaultAppTest, OpensFilesAndNothingFromElsewhere)
+{
+    app().start();
+    const QUrl file = QUrl::fromLocalFile(QStringLiteral("/a.pdf"));
+    app().openFiles({file, QUrl(QStringLiteral("https://example.org/b.pdf"))});
+    ASSERT_EQ(m_requests.size(), 1);
+    EXPECT_EQ(m_requests[0].url, file);
+}
+
+TEST_F(QuirevaultAppTest, RestoresTheLastSessionOnceAProcess)
+{
+    const QList requests{requestFor(QStringLiteral("/a.pdf")), requestFor(QStringLiteral("/b.pdf"))};
+    for (const PDFOpenRequest &request : requests)
+        m_sessions.registerRequest(request);
+    app().start();
+    EXPECT_EQ(m_requests, requests);
+    m_library.isOpen = false;
+    app().openLibraryWindow();
+    EXPECT_EQ(m_requests, requests);
+}
+
+TEST_F(QuirevaultAppTest, SavesTheSessionAtOnceWhenItEnds)
+{
+    app().start();
+    m_sessions.registerRequest(requestFor(QStringLiteral("/a.pdf")));
+    app().appDelegate().applicationWillTerminate();
+    QFile file(m_folder.path(QStringLiteral("session.json")));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(file.readAll().contains("a.pdf"));
+}
+
+TEST_F(QuirevaultAppTest, SaysThatThereIsNoUpdateService)
+{
+    app().start();
+    app().commands().checkForUpdates->trigger();
+    EXPECT_EQ(m_updateResult, QStringLiteral("No update service is configured."));
+    EXPECT_FALSE(app().appDelegate().updater()->canCheckForUpdates.value());
+}
+
+TEST_F(QuirevaultAppTest, ShowsTheAboutPanel)
+{
+    app().start();
+    app().commands().about->trigger();
+    EXPECT_EQ(m_aboutShown, 1);
+}
+
+TEST_F(QuirevaultAppTest, AlwaysLetsAnotherStartReopenTheLibrary)
+{
+    EXPECT_TRUE(app().appDelegate().applicationShouldHandleReopen(true));
+    EXPECT_TRUE(app().appDelegate().applicationShouldHandleReopen(false));
+}
+
+TEST_F(QuirevaultAppTest, RunsACommandByItsName)
+{
+    app().start();
+    EXPECT_TRUE(app().runCommand(QStringLiteral("about")));
+    EXPECT_EQ(m_aboutShown, 1);
+    EXPECT_FALSE(app().runCommand(QStringLiteral("dance")));
+}
+
+TEST_F(QuirevaultAppTest, StaysWhenTheLibraryWindowDoes)
+{
+    app().start();
+    m_library.agreesToClose = false;
+    app().openReaderWindow(requestFor(QStringLiteral("/a.pdf")));
+    app().commands().quit->trigger();
+    EXPECT_TRUE(m_library.isOpen);
+    EXPECT_TRUE(m_readers[0]->isOpen);
+    EXPECT_FALSE(app().isQuitting());
+}

@@ -1,0 +1,210 @@
+#include "app/SingleInstance.h"
+
+#include "platform/Paths.h"
+#include "support/Printing.h"
+#include "support/PrivateBus.h"
+
+#include <QCoreApplication>
+#include <QDBusMessage>
+#include <QEventLoop>
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace
+{
+
+const auto kName = QStringLiteral("org.quirevault.Quirevault");
+
+/// What the running program was asked for, and how it may answer.
+struct Asked {
+    int activations = 0;
+    QList<QUrl> files;
+    QStringList commands;
+    QString token; ///< in use when the last activation came
+
+    SingleInstance::Handlers handlers()
+    {
+        return {.activate =
+                    [this] {
+                        ++activations;
+                        token = qEnvironmentVariable("XDG_ACTIVATION_TOKEN");
+                    },
+                .open = [this](const QList<QUrl> &asked) { files = asked; },
+                .runCommand =
+                    [this](const QString &name) {
+                        commands.append(name);
+                        return name == u"import-pdfs";
+                    }};
+    }
+};
+
+} // namespace
+
+class SingleInstanceTest : public testing::Test
+{
+protected:
+    ~SingleInstanceTest() override
+    {
+        for (const QString &name : m_connections)
+            QDBusConnection::disconnectFromBus(name);
+        qunsetenv("XDG_ACTIVATION_TOKEN");
+    }
+
+    QDBusConnection connection(const QString &name)
+    {
+        m_connections.append(name);
+        return QDBusConnection::connectToBus(m_bus.address(), name);
+    }
+
+    /// Runs `work` as another program would, while this one answers.
+    template <typename Work> void elsewhere(Work work)
+    {
+        QEventLoop loop;
+        std::thread other([&] {
+            work();
+            QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
+        });
+        loop.exec();
+        other.join();
+    }
+
+    /// Another start of the program.
+    SingleInstance::Start startElsewhere(const ActivationToken &token = {}, const QString &name = kName)
+    {
+        auto outcome = SingleInstance::Start::NoAnswer;
+        const QDBusConnection bus = connection(QStringLiteral("elsewhere"));
+        elsewhere([&] { outcome = SingleInstance(bus, name).start(token); });
+        return outcome;
+    }
+
+    QDBusMessage call(const QString &method, const QVariantList &arguments)
+    {
+        QDBusMessage answer;
+        const QDBusConnection bus = connection(QStringLiteral("caller"));
+        elsewhere([&] {
+            QDBusMessage message =
+                QDBusMessage::createMethodCall(kName, QStringLiteral("/org/quirevault/Quirevault"),
+                                               QStringLiteral("org.freedesktop.Application"), method);
+            message.setArguments(arguments);
+            answer = bus.call(message);
+        });
+        return answer;
+    }
+
+    PrivateBus m_bus;
+    QStringList m_connections;
+    Asked m_asked;
+    SingleInstance m_first{connection(QStringLiteral("first")), kName};
+};
+
+TEST_F(SingleInstanceTest, TheFirstStartIsTheOne)
+{
+    EXPECT_EQ(m_first.start({}), SingleInstance::Start::First);
+}
+
+TEST_F(SingleInstanceTest, ALaterStartBringsTheFirstForward)
+{
+    m_first.setHandlers(m_asked.handlers());
+    ASSERT_EQ(m_first.start({}), SingleInstance::Start::First);
+    EXPECT_EQ(startElsewhere(), SingleInstance::Start::HandedOver);
+    EXPECT_EQ(m_asked.activations, 1);
+}
+
+TEST_F(SingleInstanceTest, ALaterStartPassesItsRightToTheFrontOn)
+{
+    m_first.setHandlers(m_asked.handlers());
+    ASSERT_EQ(m_first.start({}), SingleInstance::Start::First);
+    startElsewhere({.wayland = QStringLiteral("token-7"), .x11 = {}});
+    EXPECT_EQ(m_asked.token, QStringLiteral("token-7"));
+}
+
+TEST_F(SingleInstanceTest, LibrariesInDifferentFoldersDoNotMeet)
+{
+    ASSERT_EQ(m_first.start({}), SingleInstance::Start::First);
+    const QString other = SingleInstance::nameFor(QStringLiteral("/elsewhere/Quirevault"));
+    EXPECT_EQ(startElsewhere({}, other), SingleInstance::Start::First);
+}
+
+TEST_F(SingleInstanceTest, TheNameIsFreeAgainWhenTheFirstHasEnded)
+{
+    {
+        SingleInstance earlier(connection(QStringLiteral("earlier")), kName);
+        ASSERT_EQ(earlier.start({}), SingleInstance::Start::First);
+    }
+    EXPECT_EQ(m_first.start({}), SingleInstance::Start::First);
+}
+
+TEST_F(SingleInstanceTest, TheNameIsFreeOnceItWasGivenBack)
+{
+    SingleInstance earlier(connection(QStringLiteral("earlier")), kName);
+    ASSERT_EQ(earlier.start({}), SingleInstance::Start::First);
+    earlier.giveNameBack();
+    EXPECT_EQ(m_first.start({}), SingleInstance::Start::First);
+}
+
+TEST_F(SingleInstanceTest, SaysSoWhenTheOtherProgramDoesNotSpeakOurLanguage)
+{
+    QDBusConnection stranger = connection(QStringLiteral("stranger"));
+    ASSERT_TRUE(stranger.registerService(kName));
+    EXPECT_EQ(startElsewhere(), SingleInstance::Start::NoAnswer);
+}
+
+TEST(SingleInstanceWithoutABus, JustRuns)
+{
+    const QDBusConnection none(QStringLiteral("no such connection"));
+    EXPECT_EQ(SingleInstance(none, kName).start({}), SingleInstance::Start::First);
+}
+
+TEST_F(SingleInstanceTest, OpensTheFilesThatOthersAskFor)
+{
+    m_first.setHandlers(m_asked.handlers());
+    ASSERT_EQ(m_first.start({}), SingleInstance::Start::First);
+    const QDBusMessage answer =
+        call(QStringLiteral("Open"), {QStringList{QStringLiteral("file:///a%20b.pdf")}, QVariantMap()});
+    EXPECT_EQ(answer.type(), QDBusMessage::ReplyMessage) << answer.errorMessage().toStdString();
+    EXPECT_EQ(m_asked.files, QList{QUrl::fromLocalFile(QStringLiteral("/a b.pdf"))});
+}
+
+TEST_F(SingleInstanceTest, RunsTheCommandsThatOthersAskFor)
+{
+    m_first.setHandlers(m_asked.handlers());
+    ASSERT_EQ(m_first.start({}), SingleInstance::Start::First);
+    const QDBusMessage answer = call(QStringLiteral("ActivateAction"),
+                                     {QStringLiteral("import-pdfs"), QVariantList(), QVariantMap()});
+    EXPECT_EQ(answer.type(), QDBusMessage::ReplyMessage) << answer.errorMessage().toStdString();
+    EXPECT_EQ(m_asked.commands, QStringList{QStringLiteral("import-pdfs")});
+}
+
+TEST_F(SingleInstanceTest, RefusesACommandThatItDoesNotHave)
+{
+    m_first.setHandlers(m_asked.handlers());
+    ASSERT_EQ(m_first.start({}), SingleInstance::Start::First);
+    const QDBusMessage answer =
+        call(QStringLiteral("ActivateAction"), {QStringLiteral("dance"), QVariantList(), QVariantMap()});
+    EXPECT_EQ(answer.errorMessage(), QStringLiteral("Quirevault has no command named 'dance'"));
+}
+
+TEST(SingleInstanceName, IsTheProgramsOwnForTheDefaultLibrary)
+{
+    EXPECT_EQ(SingleInstance::nameFor(defaultDataFolder()), kName);
+    EXPECT_EQ(SingleInstance::nameFor(QString(defaultDataFolder() + u'/')), kName);
+}
+
+TEST(SingleInstanceName, TellsOtherLibrariesApartAndIsAlwaysTheSame)
+{
+    const QString one = SingleInstance::nameFor(QStringLiteral("/one/Quirevault"));
+    EXPECT_EQ(one, SingleInstance::nameFor(QStringLiteral("/one//Quirevault")));
+    EXPECT_NE(one, SingleInstance::nameFor(QStringLiteral("/two/Quirevault")));
+    EXPECT_TRUE(one.startsWith(QString(kName + u".Library_")));
+}
+
+TEST(ActivationTokenTest, IsTakenFromTheEnvironmentOnce)
+{
+    qputenv("XDG_ACTIVATION_TOKEN", "wayland-1");
+    qputenv("DESKTOP_STARTUP_ID", "x11-1");
+    const ActivationToken token = ActivationToken::ofThisProcess();
+    EXPECT_EQ(token.wayland, QStringLiteral("wayland-1"));
+    EXPECT_EQ(token.x11, QStringLiteral("x11-1"));
+    EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
+    EXPECT_FALSE(qEnvironmentVariableIsSet("DESKTOP_STARTUP_ID"));
+}

@@ -1,0 +1,11 @@
+#include "support/Programs.h"
+
+QString commandLineProgram()
+{
+    return QStringLiteral(QUIREVAULT_PROGRAM);
+}
+
+QString pdfEngineProgram()
+{
+    return QStringLiteral(QUIREVAULT_ENGINE_PROGRAM);
+}

@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QString>
+
+// The executables under test, as they were built beside the tests.
+QString commandLineProgram();
+QString pdfEngineProgram();
