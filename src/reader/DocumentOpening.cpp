@@ -1,6 +1,5 @@
 #include "reader/DocumentOpening.h"
 
-#include "base/Log.h"
 #include "pdf/EngineDocument.h"
 #include "platform/InputFile.h"
 #include "platform/Sha256.h"

@@ -9,7 +9,6 @@
 #include <memory>
 #include <optional>
 #include <qcorotask.h>
-#include <vector>
 
 class NativeLibraryService;
 

@@ -2,7 +2,6 @@
 
 #include "reader/PDFViewerController.h"
 
-#include <QHeaderView>
 #include <QTreeView>
 
 namespace

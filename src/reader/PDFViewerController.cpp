@@ -2,7 +2,6 @@
 #include "reader/PDFViewerController.h"
 
 #include "base/DecimalInteger.h"
-#include "base/Log.h"
 #include "pdf/PDFSelection.h"
 #include "reader/PDFView.h"
 #include "reader/ReaderDocument.h"

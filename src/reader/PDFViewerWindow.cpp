@@ -1,13 +1,10 @@
 // The parts of a reader window.
 #include "reader/PDFViewerWindow.h"
 
-#include "reader/MessagePage.h"
 #include "reader/PDFKitView.h"
 #include "reader/PageField.h"
-#include "reader/PasswordPage.h"
 #include "reader/PrintFlow.h"
 #include "reader/ReaderActions.h"
-#include "reader/ReaderDocument.h"
 #include "reader/ReaderLayout.h"
 #include "reader/ReaderSearchField.h"
 #include "reader/ReaderSidebar.h"
@@ -15,7 +12,6 @@
 
 #include <QDesktopServices>
 #include <QMenuBar>
-#include <QPushButton>
 #include <QSplitter>
 #include <QStackedWidget>
 

@@ -1,5 +1,4 @@
 // What a reader window does.
-#include "base/Log.h"
 #include "reader/BookmarkAlert.h"
 #include "reader/MessagePage.h"
 #include "reader/PDFKitView.h"

@@ -4,6 +4,7 @@
 
 #include <QAbstractItemView>
 #include <QPainter>
+#include <QTextLayout>
 #include <algorithm>
 #include <cmath>
 
@@ -52,8 +53,7 @@ qreal layOut(QTextLayout &layout, const PassageRow &row, int width)
     QTextOption wrapping(Qt::AlignLeading);
     wrapping.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     layout.setTextOption(wrapping);
-    layout.setText(row.plainText().simplified() == row.plainText() ? row.plainText()
-                                                                   : row.plainText().replace(u'\n', u' '));
+    layout.setText(row.plainText().replace(u'\n', u' ')); // a line end would be a line of its own
     layout.setFormats(formatsOf(row));
     layout.beginLayout();
     qreal height = 0;

@@ -1,9 +1,6 @@
 #pragma once
 
 #include <QStyledItemDelegate>
-#include <QTextLayout>
-
-struct PassageRow;
 
 /// Paints the rows of a `PassageListModel`: a title, a few lines of text with its matches in bold, and the
 /// page.

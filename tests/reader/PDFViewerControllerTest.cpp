@@ -1,5 +1,6 @@
 #include "reader/PDFViewerController.h"
 
+#include "reader/HeldRequest.h"
 #include "reader/ReaderFixture.h"
 
 using namespace std::chrono_literals;
@@ -234,8 +235,11 @@ TEST_F(PDFViewerControllerTest, ShowsOnlyTheLatestOfTwoPassages)
     texts[2] = PlacedText().line(QStringLiteral("alpha"), {50, 100}).page();
     texts[5] = PlacedText().line(QStringLiteral("beta"), {50, 100}).page();
     show();
+    HeldRequest held(document); // neither is answered before both are asked for
     reader().highlight(QStringLiteral("alpha"), 3);
-    QCoro::waitFor(reader().highlight(QStringLiteral("beta"), 6));
+    auto latest = reader().highlight(QStringLiteral("beta"), 6);
+    held.letGo();
+    QCoro::waitFor(std::move(latest));
     QCoreApplication::processEvents();
     EXPECT_EQ(view.jumps, QStringList{QStringLiteral("selection beta")});
 }
@@ -244,9 +248,11 @@ TEST_F(PDFViewerControllerTest, ForgetsWhatItAwaitsWhenItEnds)
 {
     texts[2] = PlacedText().line(QStringLiteral("alpha"), {50, 100}).page();
     show();
+    HeldRequest held(document);
     reader().highlight(QStringLiteral("alpha"), 3);
     reader().navigateFirst();
     controller.reset();
+    held.letGo();
     const auto behind =
         document.ask(ReaderDocument::Priority::Ahead, {}, [](PDFDocument &, auto) { return Result<void>(); });
     EXPECT_TRUE(behind.result());

@@ -1,5 +1,6 @@
 #include "reader/ReaderDocument.h"
 
+#include "reader/HeldRequest.h"
 #include "support/FakePDFDocument.h"
 #include "support/Printing.h"
 
@@ -41,30 +42,6 @@ QFuture<Result<QByteArray>> askText(ReaderDocument &document, qint64 index,
         return pdf.pageText(index, itsStop);
     });
 }
-
-/// Keeps the document's thread in a request until it is let go.
-class HeldRequest
-{
-public:
-    explicit HeldRequest(ReaderDocument &document)
-    {
-        auto held = m_held;
-        auto release = m_release.get_future().share();
-        answer = document.ask(Priority::Visible, {}, [held, release](PDFDocument &, std::stop_token) {
-            held->set_value();
-            release.wait();
-            return Result<void>();
-        });
-        m_held->get_future().wait();
-    }
-    void letGo() { m_release.set_value(); }
-
-    QFuture<Result<void>> answer;
-
-private:
-    std::shared_ptr<std::promise<void>> m_held = std::make_shared<std::promise<void>>();
-    std::promise<void> m_release;
-};
 
 } // namespace
 
