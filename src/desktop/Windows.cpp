@@ -43,10 +43,14 @@ OpenedWindow showReaderWindow(const PDFOpenRequest &request, const ReaderService
     sessions.registerRequest(window->request());
     QObject::connect(window, &PDFViewerWindow::requestChanged, window,
                      [&sessions](const PDFOpenRequest &changed) { sessions.update(changed); });
-    QObject::connect(window, &PDFViewerWindow::closed, window, [&sessions, isQuitting](const QUuid &id) {
-        if (!isQuitting())
-            sessions.unregister(id);
-    });
+    QObject::connect(window, &PDFViewerWindow::closed, window,
+                     [&sessions, isQuitting, window](const QUuid &id) {
+                         if (isQuitting())
+                             return;
+                         // What it still awaits may not list it again.
+                         QObject::disconnect(window, &PDFViewerWindow::requestChanged, nullptr, nullptr);
+                         sessions.unregister(id);
+                     });
     return opened(window);
 }
 

@@ -5,6 +5,12 @@
 
 #include <QAction>
 
+namespace
+{
+/// Of a bookmark in the list, which lays it out at each painting. Chosen: more than a row shows.
+constexpr qsizetype kMostShownCharacters = 1000;
+} // namespace
+
 BookmarksPane::BookmarksPane(PDFViewerController &controller, QWidget *parent)
     : BookmarksPane(controller, new PassageList, parent)
 {
@@ -35,7 +41,7 @@ void BookmarksPane::showBookmarks()
     QList<PassageRow> rows;
     for (const Bookmark &bookmark : m_controller.bookmarks.value())
         rows.append({.title = bookmark.label,
-                     .text = {{bookmark.text.simplified()}},
+                     .text = {{bookmark.text.left(kMostShownCharacters).simplified()}},
                      .isItalic = true,
                      .place = u"Page " + QString::number(bookmark.page)});
     m_list->setRows(rows);

@@ -63,20 +63,22 @@ QCoro::Task<> DocumentOpening::open()
 {
     const QPointer self(this);
     state = State{Stage::Opening, {}};
-    const QFuture<Result<void>> opening = m_document->open(m_password);
+    const QPointer document(m_document.get()); // another one may take its place meanwhile
+    const QFuture<Result<void>> opening = document->open(m_password);
     const Result<void> opened = co_await opening;
-    if (!self)
+    if (!self || document != m_document.get())
         co_return;
     if (!opened && isMissingFile(opened.error())) {
         auto looking = pathKnownToLibrary();
         const std::optional<QString> known = co_await looking;
-        if (!self)
+        if (!self || document != m_document.get())
             co_return;
         if (known && *known != path) {
             replaceDocument(*known);
-            const QFuture<Result<void>> openingThere = m_document->open();
+            const QPointer movedDocument(m_document.get());
+            const QFuture<Result<void>> openingThere = movedDocument->open();
             const Result<void> openedThere = co_await openingThere;
-            if (self)
+            if (self && movedDocument == m_document.get())
                 take(openedThere);
             co_return;
         }
@@ -111,9 +113,10 @@ QCoro::Task<> DocumentOpening::unlock(QString password)
 {
     const QPointer self(this);
     state = State{Stage::Locked, {}};
-    const QFuture<Result<void>> opening = m_document->open(password);
+    const QPointer document(m_document.get());
+    const QFuture<Result<void>> opening = document->open(password);
     const Result<void> opened = co_await opening;
-    if (!self)
+    if (!self || document != m_document.get())
         co_return;
     if (opened)
         m_password = password;

@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QTextDocument>
 #include <QVBoxLayout>
 
 namespace
@@ -70,7 +71,7 @@ void MessagePage::setText(const QString &text)
     // A path has no blanks to break lines at.
     QString breakable = text;
     m_text->setText(breakable.replace(u'/', QStringLiteral("/\u200b")));
-    m_text->setToolTip(text);
+    m_text->setToolTip(Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal));
 }
 
 void MessagePage::setProblem(const QString &problem)

@@ -2,6 +2,7 @@
 
 #include <QFontMetrics>
 #include <QGuiApplication>
+#include <QTextDocument>
 
 namespace
 {
@@ -65,6 +66,9 @@ QVariant OutlineModel::data(const QModelIndex &index, int role) const
 {
     if (role == Qt::SizeHintRole)
         return QSize(0, QFontMetrics(QGuiApplication::font()).height() + kRowPadding);
-    const bool isText = role == Qt::DisplayRole || role == Qt::ToolTipRole;
-    return index.isValid() && isText ? QVariant(element(index).label) : QVariant();
+    if (!index.isValid())
+        return {};
+    if (role == Qt::ToolTipRole) // which takes what looks like markup for markup
+        return Qt::convertFromPlainText(element(index).label, Qt::WhiteSpaceNormal);
+    return role == Qt::DisplayRole ? QVariant(element(index).label) : QVariant();
 }

@@ -11,7 +11,7 @@
 
 namespace
 {
-/// Of the selected text, for those who listen to it. Chosen: a long paragraph.
+/// Of the selected text, for those who listen to it and for searches. Chosen: a long paragraph.
 constexpr qsizetype kMostDescribedCharacters = 500;
 } // namespace
 
@@ -31,7 +31,7 @@ void PDFKitView::makeActions()
                             &PDFKitView::bookmarkRequested);
     m_searchAction = make(QStringLiteral("Search in Library"), QStringLiteral("searchInLibrary"), [this] {
         if (const std::optional<PDFSelection> selected = currentSelection())
-            Q_EMIT librarySearchRequested(selected->string().simplified());
+            Q_EMIT librarySearchRequested(selected->string().left(kMostDescribedCharacters).simplified());
     });
     m_selectAllAction =
         make(QStringLiteral("Select All"), QStringLiteral("selectAll"), &PDFKitView::selectAll);

@@ -14,6 +14,14 @@ namespace
 {
 /// How long a document is shown before the first jump in it.
 constexpr std::chrono::milliseconds kFirstNavigationDelay{50};
+/// After so many losses of the engine a document is read without outline and labels. Chosen: a page that ends
+/// the engine takes the outline's answer with it, at most twice.
+constexpr int kTriesOfFatalStructure = 3;
+
+bool isLoss(const Error &error)
+{
+    return isPDFError(error, PDFErrorCode::EngineFailed) || isPDFError(error, PDFErrorCode::DeadlineExceeded);
+}
 } // namespace
 
 PDFViewerController::PDFViewerController(Collaborators collaborators, QObject *parent)
@@ -69,10 +77,14 @@ QCoro::Task<> PDFViewerController::load(ReaderDocument &document)
     m_loading.request_stop();
     m_loading = std::stop_source();
     const std::stop_token stop = m_loading.get_token();
+    if (m_with.view.document() != &document)
+        m_structureLosses = 0;
     m_with.view.setDocument(&document);
     pageCount = document.pageCount();
     if (!searchText.value().isEmpty())
         performSearch(); // there was nothing to search in before
+    if (m_structureLosses >= kTriesOfFatalStructure)
+        co_return;
 
     const auto outlining =
         document.ask(ReaderDocument::Priority::Ahead, stop,
@@ -83,10 +95,14 @@ QCoro::Task<> PDFViewerController::load(ReaderDocument &document)
     const auto items = co_await outlining;
     if (!self || stop.stop_requested())
         co_return;
+    if (!items && isLoss(items.error()))
+        ++m_structureLosses;
     outline = items ? outlineElements(*items) : QList<OutlineElement>();
     const auto labels = co_await labelling;
     if (!self || stop.stop_requested())
         co_return;
+    if (items && !labels && isLoss(labels.error()))
+        ++m_structureLosses;
     pageLabels = labels ? *labels : PDFPageLabels();
 }
 
@@ -141,5 +157,6 @@ void PDFViewerController::goToPageText(const QString &text)
     const std::optional<qint64> number = decimalInteger(text);
     if (!m_with.view.document() || !number || *number < 1 || *number > pageCount)
         return;
+    m_highlighting.request_stop(); // who goes elsewhere no longer waits for a passage
     m_with.view.goToPage(*number - 1);
 }

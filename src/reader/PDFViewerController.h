@@ -117,6 +117,7 @@ private:
     std::unique_ptr<PendingCall> m_firstNavigation;
     std::stop_source m_loading;      ///< of the latest document
     std::stop_source m_search;       ///< of the latest search
+    int m_structureLosses = 0;       ///< of the engine, while it read outline or labels
     std::stop_source m_highlighting; ///< of the latest passage
     std::vector<QPropertyNotifier> m_observers;
 };

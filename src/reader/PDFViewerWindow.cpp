@@ -79,7 +79,10 @@ void PDFViewerWindow::connectActions()
     connect(m_actions->fullScreen, &QAction::toggled, this, &PDFViewerWindow::setFullScreen);
     connect(m_actions->bookmarkSelection, &QAction::triggered, this, &PDFViewerWindow::askForBookmark);
     connect(m_actions->find, &QAction::triggered, this, &PDFViewerWindow::find);
-    connect(m_actions->goToPage, &QAction::triggered, this, [this] { m_toolBar->pageField().edit(); });
+    connect(m_actions->goToPage, &QAction::triggered, this, [this] {
+        m_toolBar->show(); // it hides on the full screen
+        m_toolBar->pageField().edit();
+    });
     connect(m_actions->print, &QAction::triggered, this, [this] { m_printFlow->ask(m_opening->document()); });
     connect(m_actions->showLibrary, &QAction::triggered, this, [this] {
         if (m_services.showLibrary)

@@ -131,7 +131,7 @@ QCoro::Task<> PDFViewerWindow::findPaper()
     request.paperId = paper.id;
     m_opening->paperId = paper.id;
     changeRequest(request);
-    m_controller->setRequest(request);
+    m_controller->setRequest(m_original); // where it is to arrive, not where it is by now
 }
 
 void PDFViewerWindow::showTitle()
@@ -150,6 +150,8 @@ void PDFViewerWindow::changeRequest(const PDFOpenRequest &request)
 
 void PDFViewerWindow::rememberPage(qint64 pageNumber)
 {
+    if (!m_hasShownDocument)
+        return; // it has not arrived yet
     PDFOpenRequest request = m_request;
     request.page = pageNumber;
     // The passage is on the page that was asked for; on another one it would be looked for in vain.
@@ -176,6 +178,7 @@ void PDFViewerWindow::showHitMarks()
 
 void PDFViewerWindow::find()
 {
+    m_toolBar->show(); // it hides on the full screen
     m_toolBar->searchField().setFocus(Qt::ShortcutFocusReason);
     m_toolBar->searchField().selectAll();
 }

@@ -6,6 +6,14 @@ qsizetype bytesOf(const PDFPageText &text)
 {
     return text.string().size() * qsizetype(sizeof(QChar) + sizeof(QRectF));
 }
+
+/// Of a link's address, about.
+constexpr qsizetype kAddressBytes = 256;
+
+qsizetype bytesOf(const QList<PDFLink> &links)
+{
+    return links.size() * (qsizetype(sizeof(PDFLink)) + kAddressBytes);
+}
 } // namespace
 
 void PageContents::clear()
@@ -46,7 +54,9 @@ const QList<PDFLink> *PageContents::links(qint64 page) const
 
 void PageContents::setLinks(qint64 page, const QList<PDFLink> &links)
 {
-    m_pages[page].links = links;
+    std::optional<QList<PDFLink>> &kept = m_pages[page].links;
+    m_bytes += bytesOf(links) - (kept ? bytesOf(*kept) : 0);
+    kept = links;
 }
 
 std::optional<PDFLink> PageContents::linkAt(qint64 page, QPointF point) const
@@ -78,5 +88,7 @@ void PageContents::forget(std::map<qint64, Content>::iterator page)
 {
     if (page->second.text)
         m_bytes -= bytesOf(*page->second.text);
+    if (page->second.links)
+        m_bytes -= bytesOf(*page->second.links);
     m_pages.erase(page);
 }

@@ -9,7 +9,8 @@
 #include <optional>
 #include <vector>
 
-/// Bytes of page texts kept, with the boxes of their characters. Chosen: about a hundred dense pages.
+/// Bytes of page texts kept, with the boxes of their characters, and of links. Chosen: about a hundred dense
+/// pages.
 inline constexpr qsizetype kPageTextBytes = 16 * 1024 * 1024;
 
 /// Texts and links of the pages that were looked at.

@@ -35,7 +35,7 @@ PageField::PageField(PDFViewerController &controller, QWidget *parent)
     m_number->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter);
     m_number->installEventFilter(this);
     m_count->setObjectName(QStringLiteral("pageCount"));
-    m_count->setBuddy(m_number);
+    m_count->setTextFormat(Qt::PlainText); // a page's label may look like markup
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(4, 0, 4, 0);
     layout->addWidget(m_number);

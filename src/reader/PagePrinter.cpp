@@ -1,9 +1,6 @@
 #include "reader/PagePrinter.h"
 
-#include "reader/ReaderDocument.h"
-
 #include <QPainter>
-#include <QPointer>
 #include <QPrinter>
 #include <algorithm>
 #include <cmath>
@@ -39,7 +36,7 @@ Result<QImage> drawPage(PDFDocument &pdf, qint64 pageIndex, double scale, const 
 
 PagePrinter::PagePrinter(ReaderDocument &document, std::shared_ptr<QPrinter> printer, QObject *parent)
     : QObject(parent)
-    , m_document(document)
+    , m_document(&document)
     , m_printer(std::move(printer))
     , m_first(std::max(1, m_printer->fromPage()) - 1)
     , m_last(std::min<qint64>(m_printer->toPage() > 0 ? m_printer->toPage() : document.pageCount(),
@@ -63,6 +60,11 @@ QCoro::Task<std::optional<QString>> PagePrinter::print()
     for (qint64 page = m_first; page <= m_last; ++page) {
         if (page > m_first && !printer->newPage())
             co_return QStringLiteral("The printer takes no further page.");
+        if (!m_document || !m_document->isOpen()) {
+            printer->abort();
+            co_return QString(u"The document was lost before page " + QString::number(page + 1) +
+                              u" was printed.");
+        }
         auto drawing = pictureOf(page);
         const QImage picture = co_await drawing;
         if (!self || m_stop.stop_requested()) {
@@ -71,6 +73,8 @@ QCoro::Task<std::optional<QString>> PagePrinter::print()
         }
         draw(painter, picture);
         Q_EMIT progressed(page - m_first + 1);
+        if (!self)
+            co_return std::nullopt; // who heard of it may have closed the window
     }
     co_return std::nullopt;
 }
@@ -78,10 +82,10 @@ QCoro::Task<std::optional<QString>> PagePrinter::print()
 QCoro::Task<QImage> PagePrinter::pictureOf(qint64 pageIndex)
 {
     const double scale = std::min(m_printer->resolution(), kMostDotsPerInch) / kPointsPerInch;
-    const auto drawing = m_document.ask(ReaderDocument::Priority::Ahead, m_stop.get_token(),
-                                        [pageIndex, scale](PDFDocument &pdf, std::stop_token stop) {
-                                            return drawPage(pdf, pageIndex, scale, stop);
-                                        });
+    const auto drawing = m_document->ask(ReaderDocument::Priority::Ahead, m_stop.get_token(),
+                                         [pageIndex, scale](PDFDocument &pdf, std::stop_token stop) {
+                                             return drawPage(pdf, pageIndex, scale, stop);
+                                         });
     const Result<QImage> drawn = co_await drawing;
     co_return drawn ? *drawn : QImage();
 }

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "reader/ReaderDocument.h"
+
 #include <QImage>
 #include <QObject>
+#include <QPointer>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -10,7 +13,6 @@
 
 class QPainter;
 class QPrinter;
-class ReaderDocument;
 
 /// Prints pages of a document, drawn by its engine one after another while reading goes on. Main thread.
 class PagePrinter : public QObject
@@ -18,7 +20,8 @@ class PagePrinter : public QObject
     Q_OBJECT
 
 public:
-    /// `printer` says which pages, all when it says nothing. `document` must outlive the printing, or this.
+    /// `printer` says which pages, all when it says nothing. Printing ends with a reason when `document` goes
+    /// or is lost.
     PagePrinter(ReaderDocument &document, std::shared_ptr<QPrinter> printer, QObject *parent = nullptr);
     /// Ends printing; what was not printed yet is not.
     ~PagePrinter() override;
@@ -35,7 +38,7 @@ private:
     QCoro::Task<QImage> pictureOf(qint64 pageIndex);
     static void draw(QPainter &painter, const QImage &picture);
 
-    ReaderDocument &m_document;
+    QPointer<ReaderDocument> m_document;
     std::shared_ptr<QPrinter> m_printer;
     qint64 m_first; ///< 0-based
     qint64 m_last;

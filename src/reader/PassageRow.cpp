@@ -1,5 +1,7 @@
 #include "reader/PassageRow.h"
 
+#include <QTextDocument>
+
 QString PassageRow::plainText() const
 {
     QString words;
@@ -37,7 +39,7 @@ QVariant PassageListModel::data(const QModelIndex &index, int role) const
         return {};
     const PassageRow &row = m_rows[index.row()];
     if (role == Qt::ToolTipRole)
-        return row.plainText();
+        return Qt::convertFromPlainText(row.plainText(), Qt::WhiteSpaceNormal);
     if (role != Qt::DisplayRole && role != Qt::AccessibleTextRole)
         return {};
     const QString title = row.title.isEmpty() ? QString() : QString(row.title + u". ");

@@ -38,6 +38,8 @@ void PasswordPage::ask(const QString &problem)
 
 void PasswordPage::enter()
 {
-    if (!m_password->text().isEmpty())
-        Q_EMIT entered(m_password->text());
+    const QString password = m_password->text();
+    m_password->clear(); // a second Return may not open the document again under who reads it
+    if (!password.isEmpty())
+        Q_EMIT entered(password);
 }
