@@ -44,3 +44,11 @@ QString companionProgram(const QString &name)
         return beside;
     return QDir::cleanPath(folder + u"/../libexec/quirevault/" + name);
 }
+
+QString pathForPeople(const QString &path)
+{
+    const QString home = QDir::homePath();
+    const bool isInHome =
+        home.size() > 1 && path.startsWith(home) && (path.size() == home.size() || path[home.size()] == u'/');
+    return isInHome ? QString(u"~" + QStringView(path).mid(home.size())) : path;
+}

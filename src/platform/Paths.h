@@ -18,3 +18,6 @@ QString programFolder();
 /// Another executable of this project: the one beside the running program, else the one in
 /// ../libexec/quirevault from there. The last is answered even where it does not exist.
 QString companionProgram(const QString &name);
+
+/// `path` as people read it: "~" stands for their home folder. Not for opening anything.
+QString pathForPeople(const QString &path);

@@ -1,5 +1,6 @@
 #include "ui/ImportFailuresDialog.h"
 
+#include "platform/Paths.h"
 #include "ui/Symbols.h"
 
 #include <QAction>
@@ -31,7 +32,8 @@ QStandardItemModel *modelOf(const QMap<QString, QString> &errors, QObject *paren
         {QStringLiteral("File"), QStringLiteral("Folder"), QStringLiteral("Reason")});
     for (auto error = errors.begin(); error != errors.end(); ++error) {
         const QFileInfo file(error.key());
-        model->appendRow({textItem(file.fileName()), textItem(file.path()), textItem(error.value())});
+        model->appendRow(
+            {textItem(file.fileName()), textItem(pathForPeople(file.path())), textItem(error.value())});
     }
     return model;
 }

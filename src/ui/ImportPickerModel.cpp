@@ -1,5 +1,7 @@
 #include "ui/ImportPickerModel.h"
 
+#include "platform/Paths.h"
+
 #include <QLocale>
 #include <algorithm>
 #include <numeric>
@@ -151,7 +153,7 @@ QVariant ImportPickerModel::text(int file, int column) const
     case Name:
         return path.mid(nameStart(path));
     case Folder:
-        return path.left(std::max<qsizetype>(1, nameStart(path) - 1));
+        return pathForPeople(path.left(std::max<qsizetype>(1, nameStart(path) - 1)));
     default:
         return sizeText(file);
     }

@@ -1,5 +1,6 @@
 #include "ui/PathButton.h"
 
+#include "platform/Paths.h"
 #include "ui/Symbols.h"
 #include "ui/TextStyles.h"
 #include "ui/WrappedText.h"
@@ -66,7 +67,7 @@ void PathButton::copy()
 
 WrappedText PathButton::wrapped() const
 {
-    return {.text = m_path,
+    return {.text = pathForPeople(m_path),
             .font = font(),
             .maximumLines = kMaximumLines,
             .elide = Qt::ElideMiddle,

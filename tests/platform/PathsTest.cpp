@@ -33,3 +33,13 @@ TEST(Paths, LookForOtherProgramsWhereTheyAreInstalled)
     const QString installed = QFileInfo(programFolder()).path() + u"/libexec/quirevault/no-such-program";
     EXPECT_EQ(companionProgram(QStringLiteral("no-such-program")), installed);
 }
+
+TEST(Paths, ShowPeopleTheirHomeFolderAsATilde)
+{
+    const QByteArray before = qgetenv("HOME");
+    qputenv("HOME", "/home/ada");
+    EXPECT_EQ(pathForPeople(QStringLiteral("/home/ada/a.pdf")), QStringLiteral("~/a.pdf"));
+    EXPECT_EQ(pathForPeople(QStringLiteral("/home/adamant/a.pdf")), QStringLiteral("/home/adamant/a.pdf"));
+    EXPECT_EQ(pathForPeople(QStringLiteral("/media/a.pdf")), QStringLiteral("/media/a.pdf"));
+    qputenv("HOME", before);
+}

@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QDialog>
+#include <QFileInfo>
 #include <QHashFunctions>
 #include <QMenu>
 #include <QTemporaryDir>
@@ -74,7 +75,9 @@ public:
 
     void takeImport()
     {
-        vm().discoveredPDFs = m_stage.files();
+        QStringList found = m_stage.files();
+        found.sort();
+        vm().discoveredPDFs = found;
         vm().showImportPicker = true;
         take("review-sheet");
         vm().showImportPicker = false;
@@ -90,11 +93,12 @@ public:
         take("alert-closing");
         vm().isImporting = false;
 
+        const QString folder = QFileInfo(found.first()).path();
         vm().lastImportResult =
             IndexFilesResponse{.indexed = QStringList(49, QStringLiteral("id")),
-                               .errors = {{QStringLiteral("/home/mira/Papers/scan-0417.pdf"),
+                               .errors = {{QString(folder + u"/scan-0417.pdf"),
                                            QStringLiteral("Failed to load PDF: the file is damaged")},
-                                          {QStringLiteral("/home/mira/Papers/private.pdf"),
+                                          {QString(folder + u"/private.pdf"),
                                            QStringLiteral("Failed to load PDF: it needs a password")}}};
         take("alert-import-complete");
         m_stage.part<QAbstractButton>("showDetails")->click();
@@ -222,6 +226,7 @@ int main(int argc, char **argv)
     const QTemporaryDir home;
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_SCALE_FACTOR", scale);
+    qputenv("HOME", home.path().toLocal8Bit());
     qputenv("XDG_CONFIG_HOME", home.filePath(QStringLiteral("config")).toLocal8Bit());
     qputenv("QUIREVAULT_OPENLIBRARY_URL", "");
     QApplication application(argc, argv);
