@@ -57,5 +57,20 @@ ExitStatus runTagsRename(const QString &oldName, const QString &newName, const C
 ExitStatus runTagsDelete(const QString &name, const CommandContext &context);
 
 ExitStatus runRetag(const CommandContext &context);
-ExitStatus runBookmarks(const QString &paperId, const CommandContext &context);
+
+struct BookmarksRequest {
+    QString paperId;
+    bool isMarkdown = false; ///< whether to write them as quotes instead of listing them
+};
+ExitStatus runBookmarks(const BookmarksRequest &request, const CommandContext &context);
+
+struct BookmarkRequest {
+    QString paperId;
+    qint64 page = 1; ///< 1-based
+    QString text;
+    QString label;
+};
+ExitStatus runBookmarksAdd(const BookmarkRequest &request, const CommandContext &context);
+ExitStatus runBookmarksRemove(const QString &bookmarkId, const CommandContext &context);
+
 ExitStatus runRemove(const QStringList &paperIds, const CommandContext &context);
