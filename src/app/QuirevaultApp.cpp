@@ -3,6 +3,7 @@
 #include "app/SessionManager.h"
 
 #include <QCoreApplication>
+#include <QSet>
 #include <utility>
 
 QuirevaultApp::QuirevaultApp(Collaborators collaborators)
@@ -20,10 +21,13 @@ QuirevaultApp::QuirevaultApp(Collaborators collaborators)
             [this] { m_appDelegate.applicationWillTerminate(); });
 }
 
-void QuirevaultApp::start()
+void QuirevaultApp::start(const QList<PDFOpenRequest> &requests)
 {
     m_appDelegate.applicationDidFinishLaunching();
-    openLibraryWindow();
+    if (requests.isEmpty())
+        return openLibraryWindow();
+    for (const PDFOpenRequest &request : requests)
+        openReaderWindow(request);
 }
 
 void QuirevaultApp::openLibraryWindow()
@@ -31,11 +35,21 @@ void QuirevaultApp::openLibraryWindow()
     if (m_libraryWindow.isOpen())
         return m_libraryWindow.bringForward();
     m_libraryWindow = m_with.makeLibraryWindow(*this);
-    if (std::exchange(m_hasRestoredSession, true))
-        return;
+    if (!std::exchange(m_hasRestoredSession, true))
+        restoreSession();
+}
+
+void QuirevaultApp::restoreSession()
+{
+    // A reader that was opened before the library window is listed too, as it stands by now.
+    QSet<QUuid> open;
+    for (auto reader = m_readerWindows.cbegin(); reader != m_readerWindows.cend(); ++reader)
+        open.insert(reader.key().id);
     const QList<PDFOpenRequest> sessions = m_with.sessions.activeSessions;
-    for (const PDFOpenRequest &request : sessions)
-        openReaderWindow(request);
+    for (const PDFOpenRequest &request : sessions) {
+        if (!open.contains(request.id))
+            openReaderWindow(request);
+    }
 }
 
 void QuirevaultApp::openReaderWindow(const PDFOpenRequest &request)

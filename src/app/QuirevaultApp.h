@@ -33,8 +33,9 @@ public:
     LibraryCommands &commands() { return m_commands; }
     AppDelegate &appDelegate() { return m_appDelegate; }
 
-    /// Finishes launching and opens the library window.
-    void start();
+    /// Finishes launching and opens reader windows for `requests`, or else the library window: who asks for a
+    /// paper gets the paper.
+    void start(const QList<PDFOpenRequest> &requests = {});
     /// Shows the one library window, which may have been closed. The first time, the reader windows that
     /// were open at the end of the last session open again.
     void openLibraryWindow();
@@ -55,6 +56,8 @@ public:
     bool isQuitting() const { return m_isQuitting; }
 
 private:
+    void restoreSession();
+
     Collaborators m_with;
     AppDelegate m_appDelegate;
     LibraryCommands m_commands;

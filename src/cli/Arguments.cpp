@@ -1,6 +1,7 @@
 // The grammar of the command line, in one place: each subcommand's arguments, and the function it runs.
 #include "cli/Arguments.h"
 
+#include "app/PDFDiscovery.h"
 #include "base/DecimalInteger.h"
 #include "cli/ArgumentText.h"
 #include "cli/Commands.h"
@@ -28,12 +29,14 @@ public:
     {
         m_app.set_version_flag("--version", "quirevault " QUIREVAULT_VERSION);
         m_app.require_subcommand(1);
-        m_app.footer("Without a command, quirevault opens the library window.");
+        m_app.footer("Without a command, quirevault opens the library window. With PDF files in place of a "
+                     "command, it opens them to read.");
         m_app.get_formatter()->column_width(34);
         declareImport();
         declareSearch();
         declareFind();
         declareList();
+        declareOpen();
         declarePaperCommands();
         declareEdit();
         declareTags();
@@ -42,6 +45,8 @@ public:
 
     std::variant<Invocation, ExitStatus> parse(int argc, const char *const *argv)
     {
+        if (namesFile(argv[1]))
+            return openingOf({argv + 1, argv + argc});
         std::vector<std::string> arguments;
         for (int i = argc - 1; i > 0; --i) // CLI11 takes them from the back
             arguments.push_back(shielded(argv[i]));
@@ -60,6 +65,27 @@ public:
     }
 
 private:
+    /// Whether the first argument stands for a file to open: commands come first, and a slip of the fingers
+    /// in one is not taken for a file.
+    bool namesFile(const std::filesystem::path &first) const
+    {
+        const auto isCommand = [&](const CLI::App *command) {
+            return command->get_name() == first.native();
+        };
+        if (first.native().starts_with('-') || !m_app.get_subcommands(isCommand).empty())
+            return false;
+        return hasPDFExtension(first) || first.has_parent_path() || std::filesystem::exists(first);
+    }
+
+    static Invocation openingOf(std::vector<std::filesystem::path> files)
+    {
+        Invocation invocation;
+        invocation.runAlone = [files = std::move(files)](const Output &output) {
+            return runOpenFiles(files, output);
+        };
+        return invocation;
+    }
+
     static void printError(const std::string &text)
     {
         Output(Output::Form::Json).json(QJsonDocument(QJsonObject{{QStringLiteral("error"), toText(text)}}));
@@ -162,6 +188,25 @@ private:
             else if (typed->reading || typed->recent)
                 request.which = typed->reading ? Which::Reading : Which::Recent;
             return runList(request, context);
+        });
+    }
+
+    void declareOpen()
+    {
+        struct Typed {
+            std::string id;
+            std::optional<std::string> page, text;
+        };
+        CLI::App *open = declare("open", "Open a paper in a reader window");
+        auto typed = std::make_shared<Typed>();
+        declarePaperId(open, typed->id);
+        open->add_option("--page", typed->page, "The page to show, counted from 1")->check(objectionToNumber);
+        open->add_option("--text", typed->text, "What to search the paper for");
+        onRun(open, [typed](const CommandContext &context) {
+            return runOpen({.paperId = toText(typed->id),
+                            .page = typed->page ? decimalInteger(toText(*typed->page)) : std::nullopt,
+                            .text = toText(typed->text)},
+                           context);
         });
     }
 

@@ -34,6 +34,18 @@ struct ListRequest {
 };
 ExitStatus runList(const ListRequest &request, const CommandContext &context);
 
+/// Opens files in reader windows, in the library or not, unless one of them is not there. Touches no library,
+/// and answers only when no window could be opened.
+ExitStatus runOpenFiles(const std::vector<std::filesystem::path> &paths, const Output &output);
+
+struct OpenRequest {
+    QString paperId;
+    std::optional<qint64> page;  ///< to show first, 1-based
+    std::optional<QString> text; ///< to search for and light
+};
+/// Asks for a reader window, through the context, with the paper.
+ExitStatus runOpen(const OpenRequest &request, const CommandContext &context);
+
 ExitStatus runShow(const QString &paperId, const CommandContext &context);
 
 struct EditRequest {

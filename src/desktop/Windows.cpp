@@ -40,7 +40,8 @@ OpenedWindow showReaderWindow(const PDFOpenRequest &request, const ReaderService
                               SessionManager &sessions, const std::function<bool()> &isQuitting)
 {
     PDFViewerWindow *window = openPDFViewerWindow(request, services);
-    sessions.registerRequest(window->request());
+    // Of a window that opens again the session still holds what was known before.
+    sessions.update(window->request());
     QObject::connect(window, &PDFViewerWindow::requestChanged, window,
                      [&sessions](const PDFOpenRequest &changed) { sessions.update(changed); });
     QObject::connect(window, &PDFViewerWindow::closed, window, [&sessions, isQuitting](const QUuid &id) {

@@ -151,6 +151,29 @@ TEST_F(QuirevaultAppTest, RestoresTheLastSessionOnceAProcess)
     EXPECT_EQ(m_requests, requests);
 }
 
+TEST_F(QuirevaultAppTest, OpensNothingButThePapersThatItIsStartedFor)
+{
+    m_sessions.registerRequest(requestFor(QStringLiteral("/a.pdf")));
+    const QList asked{requestFor(QStringLiteral("/b.pdf")), requestFor(QStringLiteral("/c.pdf"))};
+    app().start(asked);
+    EXPECT_EQ(m_requests, asked);
+    EXPECT_EQ(m_librariesMade, 0);
+}
+
+TEST_F(QuirevaultAppTest, RestoresTheSessionWithTheLibraryWindowThatComesLater)
+{
+    const PDFOpenRequest last = requestFor(QStringLiteral("/a.pdf"));
+    PDFOpenRequest asked = requestFor(QStringLiteral("/b.pdf"));
+    m_sessions.registerRequest(last);
+    app().start({asked});
+    m_sessions.registerRequest(asked);
+    const PDFOpenRequest atFirst = asked;
+    asked.page = 7; // it was read meanwhile
+    m_sessions.update(asked);
+    app().openLibraryWindow();
+    EXPECT_EQ(m_requests, (QList{atFirst, last}));
+}
+
 TEST_F(QuirevaultAppTest, SavesTheSessionAtOnceWhenItEnds)
 {
     app().start();
