@@ -1,5 +1,6 @@
 #include "app/QuirevaultApp.h"
 
+#include "app/RestoreGuard.h"
 #include "app/SessionManager.h"
 
 #include <QCoreApplication>
@@ -17,8 +18,10 @@ QuirevaultApp::QuirevaultApp(Collaborators collaborators)
                           quit();
                       }})
 {
-    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this,
-            [this] { m_appDelegate.applicationWillTerminate(); });
+    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, [this] {
+        m_appDelegate.applicationWillTerminate();
+        m_with.restoreGuard.programEnds();
+    });
 }
 
 void QuirevaultApp::start(const QList<PDFOpenRequest> &requests)
@@ -45,11 +48,28 @@ void QuirevaultApp::restoreSession()
     QSet<QUuid> open;
     for (auto reader = m_readerWindows.cbegin(); reader != m_readerWindows.cend(); ++reader)
         open.insert(reader.key().id);
-    const QList<PDFOpenRequest> sessions = m_with.sessions.activeSessions;
-    for (const PDFOpenRequest &request : sessions) {
-        if (!open.contains(request.id))
-            openReaderWindow(request);
-    }
+    QList<PDFOpenRequest> session = m_with.sessions.activeSessions;
+    session.removeIf([&](const PDFOpenRequest &request) { return open.contains(request.id); });
+    if (session.isEmpty())
+        return;
+    if (!m_with.restoreGuard.mustAsk())
+        return reopenReaders(session);
+    m_with.askToReopen(
+        [this, session](bool isWanted) { isWanted ? reopenReaders(session) : forget(session); });
+}
+
+void QuirevaultApp::reopenReaders(const QList<PDFOpenRequest> &session)
+{
+    m_with.restoreGuard.restoring();
+    for (const PDFOpenRequest &request : session)
+        openReaderWindow(request);
+}
+
+void QuirevaultApp::forget(const QList<PDFOpenRequest> &session)
+{
+    m_with.restoreGuard.allIsWell();
+    for (const PDFOpenRequest &request : session)
+        m_with.sessions.unregister(request.id);
 }
 
 void QuirevaultApp::openReaderWindow(const PDFOpenRequest &request)

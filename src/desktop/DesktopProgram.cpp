@@ -3,6 +3,7 @@
 #include "app/LibraryViewModel.h"
 #include "app/OpenRequestArguments.h"
 #include "app/QuirevaultApp.h"
+#include "app/RestoreGuard.h"
 #include "app/Services.h"
 #include "app/SessionManager.h"
 #include "desktop/Windows.h"
@@ -84,6 +85,7 @@ struct Parts {
     bool hasLoadedLibrary = false;
     Services services{ServiceLocations::ofTheUser()};
     SessionManager sessions{sessionFilePath(), services.clock()};
+    RestoreGuard restoreGuard{services.preferences(), services.clock()};
     LibraryViewModel vm{{.db = services.db(),
                          .library = services.library(),
                          .publisher = services.publisher(),
@@ -97,8 +99,10 @@ struct Parts {
     CoverCache covers;
     QuirevaultApp app{
         {.sessions = sessions,
+         .restoreGuard = restoreGuard,
          .makeLibraryWindow = [this](QuirevaultApp &application) { return makeLibraryWindow(application); },
          .makeReaderWindow = [this](const PDFOpenRequest &request) { return makeReaderWindow(request); },
+         .askToReopen = askToReopen,
          .showAbout = [] { showAboutPanel(QApplication::activeWindow()); },
          .showUpdateResult = showUpdateResult}};
 };

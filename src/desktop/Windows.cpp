@@ -6,6 +6,8 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QPointer>
+#include <QPushButton>
+#include <utility>
 
 namespace
 {
@@ -49,6 +51,23 @@ OpenedWindow showReaderWindow(const PDFOpenRequest &request, const ReaderService
             sessions.unregister(id);
     });
     return opened(window);
+}
+
+void askToReopen(std::function<void(bool reopen)> answer)
+{
+    auto *question = new QMessageBox(
+        QMessageBox::Question, QStringLiteral("Open Papers Again"),
+        QStringLiteral("Quirevault ended unexpectedly twice, soon after it had opened the papers of the last "
+                       "session. Open them once more?"),
+        QMessageBox::NoButton, QApplication::activeWindow());
+    question->setObjectName(QStringLiteral("askToReopen"));
+    question->setAttribute(Qt::WA_DeleteOnClose);
+    QPushButton *open = question->addButton(QStringLiteral("Open Again"), QMessageBox::AcceptRole);
+    question->addButton(QStringLiteral("Leave Closed"), QMessageBox::RejectRole);
+    QObject::connect(
+        question, &QMessageBox::buttonClicked, question,
+        [open, answer = std::move(answer)](const QAbstractButton *chosen) { answer(chosen == open); });
+    question->open();
 }
 
 void showUpdateResult(const QString &result)
