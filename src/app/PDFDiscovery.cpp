@@ -31,31 +31,6 @@ QString shownPath(const fs::path &path)
     return shown;
 }
 
-bool hasPDFExtension(const fs::path &path)
-{
-    std::string extension = path.extension().native();
-    std::transform(extension.begin(), extension.end(), extension.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return extension == ".pdf";
-}
-
-/// Absolute without "." and ".."; links are kept as they are written, except before a "..", which only the
-/// file system can resolve.
-fs::path absolutePath(const fs::path &chosen)
-{
-    std::error_code failed;
-    fs::path path = fs::absolute(chosen, failed);
-    if (failed)
-        return chosen;
-    if (std::find(path.begin(), path.end(), fs::path("..")) != path.end()) {
-        const fs::path resolved = fs::weakly_canonical(path.parent_path(), failed) / path.filename();
-        if (!failed && path.filename() != "..")
-            path = resolved;
-    }
-    path = path.lexically_normal();
-    return path.has_filename() ? path : path.parent_path();
-}
-
 class Walk
 {
 public:
@@ -145,6 +120,29 @@ private:
 };
 
 } // namespace
+
+bool hasPDFExtension(const fs::path &path)
+{
+    std::string extension = path.extension().native();
+    std::transform(extension.begin(), extension.end(), extension.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return extension == ".pdf";
+}
+
+fs::path absolutePath(const fs::path &chosen)
+{
+    std::error_code failed;
+    fs::path path = fs::absolute(chosen, failed);
+    if (failed)
+        return chosen;
+    if (std::find(path.begin(), path.end(), fs::path("..")) != path.end()) {
+        const fs::path resolved = fs::weakly_canonical(path.parent_path(), failed) / path.filename();
+        if (!failed && path.filename() != "..")
+            path = resolved;
+    }
+    path = path.lexically_normal();
+    return path.has_filename() ? path : path.parent_path();
+}
 
 DiscoveredPDFs discoverPDFs(const std::vector<fs::path> &chosen, std::stop_token stop)
 {

@@ -14,6 +14,13 @@ struct DiscoveredPDFs {
     bool containsFolder = false;     ///< whether any chosen location is a folder
 };
 
+/// In any case.
+bool hasPDFExtension(const std::filesystem::path &path);
+
+/// `chosen` as the library stores it: absolute without "." and ".."; links are kept as they are written,
+/// except before a "..", which only the file system can resolve.
+std::filesystem::path absolutePath(const std::filesystem::path &chosen);
+
 /// Collects every item whose extension is pdf in any case: chosen files, and everything inside chosen
 /// folders, hidden items included. Links to folders are followed only where they were chosen themselves, so
 /// a loop of links ends. Items are judged by name alone: opening them is for who reads them.

@@ -1,8 +1,10 @@
 #include "app/QuirevaultApp.h"
 
+#include "app/RestoreGuard.h"
 #include "app/SessionManager.h"
 
 #include <QCoreApplication>
+#include <QSet>
 #include <utility>
 
 QuirevaultApp::QuirevaultApp(Collaborators collaborators)
@@ -16,14 +18,19 @@ QuirevaultApp::QuirevaultApp(Collaborators collaborators)
                           quit();
                       }})
 {
-    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this,
-            [this] { m_appDelegate.applicationWillTerminate(); });
+    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, [this] {
+        m_appDelegate.applicationWillTerminate();
+        m_with.restoreGuard.programEnds();
+    });
 }
 
-void QuirevaultApp::start()
+void QuirevaultApp::start(const QList<PDFOpenRequest> &requests)
 {
     m_appDelegate.applicationDidFinishLaunching();
-    openLibraryWindow();
+    if (requests.isEmpty())
+        return openLibraryWindow();
+    for (const PDFOpenRequest &request : requests)
+        openReaderWindow(request);
 }
 
 void QuirevaultApp::openLibraryWindow()
@@ -31,11 +38,38 @@ void QuirevaultApp::openLibraryWindow()
     if (m_libraryWindow.isOpen())
         return m_libraryWindow.bringForward();
     m_libraryWindow = m_with.makeLibraryWindow(*this);
-    if (std::exchange(m_hasRestoredSession, true))
+    if (!std::exchange(m_hasRestoredSession, true))
+        restoreSession();
+}
+
+void QuirevaultApp::restoreSession()
+{
+    // A reader that was opened before the library window is listed too, as it stands by now.
+    QSet<QUuid> open;
+    for (auto reader = m_readerWindows.cbegin(); reader != m_readerWindows.cend(); ++reader)
+        open.insert(reader.key().id);
+    QList<PDFOpenRequest> session = m_with.sessions.activeSessions;
+    session.removeIf([&](const PDFOpenRequest &request) { return open.contains(request.id); });
+    if (session.isEmpty())
         return;
-    const QList<PDFOpenRequest> sessions = m_with.sessions.activeSessions;
-    for (const PDFOpenRequest &request : sessions)
+    if (!m_with.restoreGuard.mustAsk())
+        return reopenReaders(session);
+    m_with.askToReopen(
+        [this, session](bool isWanted) { isWanted ? reopenReaders(session) : forget(session); });
+}
+
+void QuirevaultApp::reopenReaders(const QList<PDFOpenRequest> &session)
+{
+    m_with.restoreGuard.restoring();
+    for (const PDFOpenRequest &request : session)
         openReaderWindow(request);
+}
+
+void QuirevaultApp::forget(const QList<PDFOpenRequest> &session)
+{
+    m_with.restoreGuard.allIsWell();
+    for (const PDFOpenRequest &request : session)
+        m_with.sessions.unregister(request.id);
 }
 
 void QuirevaultApp::openReaderWindow(const PDFOpenRequest &request)

@@ -11,6 +11,7 @@
 #include <QUrl>
 #include <functional>
 
+class RestoreGuard;
 class SessionManager;
 
 /// The application: its delegate, its commands and its two kinds of window, which it opens without knowing
@@ -22,9 +23,13 @@ class QuirevaultApp : public QObject
 public:
     /// What the main program supplies. Windows are shown as soon as they are made.
     struct Collaborators {
-        SessionManager &sessions; ///< must outlive the application
+        SessionManager &sessions; ///< must outlive the application, as the guard must
+        RestoreGuard &restoreGuard;
         std::function<OpenedWindow(QuirevaultApp &app)> makeLibraryWindow;
         std::function<OpenedWindow(const PDFOpenRequest &request)> makeReaderWindow;
+        /// Asks the person whether to open the papers of the last session again, though they may have ended
+        /// the program; the answer may come later or never.
+        std::function<void(std::function<void(bool reopen)> answer)> askToReopen;
         std::function<void()> showAbout;
         Updater::ShowResult showUpdateResult;
     };
@@ -33,10 +38,12 @@ public:
     LibraryCommands &commands() { return m_commands; }
     AppDelegate &appDelegate() { return m_appDelegate; }
 
-    /// Finishes launching and opens the library window.
-    void start();
+    /// Finishes launching and opens reader windows for `requests`, or else the library window: who asks for a
+    /// paper gets the paper.
+    void start(const QList<PDFOpenRequest> &requests = {});
     /// Shows the one library window, which may have been closed. The first time, the reader windows that
-    /// were open at the end of the last session open again.
+    /// were open at the end of the last session open again; when that went badly twice, only if the person
+    /// wants it.
     void openLibraryWindow();
     /// Shows the one reader window of this value.
     void openReaderWindow(const PDFOpenRequest &request);
@@ -55,6 +62,10 @@ public:
     bool isQuitting() const { return m_isQuitting; }
 
 private:
+    void restoreSession();
+    void reopenReaders(const QList<PDFOpenRequest> &session);
+    void forget(const QList<PDFOpenRequest> &session);
+
     Collaborators m_with;
     AppDelegate m_appDelegate;
     LibraryCommands m_commands;

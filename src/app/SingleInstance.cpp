@@ -1,10 +1,10 @@
 #include "app/SingleInstance.h"
 
+#include "app/OpenRequestArguments.h"
 #include "platform/Paths.h"
 #include "platform/Sha256.h"
 
 #include <QDBusConnectionInterface>
-#include <QDBusMessage>
 #include <QDir>
 #include <QFile>
 #include <utility>
@@ -15,6 +15,9 @@ namespace
 const auto kName = QStringLiteral("org.quirevault.Quirevault");
 const auto kObjectPath = QStringLiteral("/org/quirevault/Quirevault");
 const auto kInterface = QStringLiteral("org.freedesktop.Application");
+
+/// The action that opens a reader window; its parameter is the request as JSON.
+const auto kOpenRequestAction = QStringLiteral("open-request");
 
 constexpr char kWaylandVariable[] = "XDG_ACTIVATION_TOKEN";
 constexpr char kX11Variable[] = "DESKTOP_STARTUP_ID";
@@ -89,7 +92,8 @@ void SingleInstance::giveNameBack()
         m_bus.unregisterService(m_name);
 }
 
-SingleInstance::Start SingleInstance::start(const ActivationToken &token)
+SingleInstance::Start SingleInstance::start(const ActivationToken &token,
+                                            const QList<PDFOpenRequest> &requests)
 {
     if (!m_bus.isConnected())
         return Start::First;
@@ -100,16 +104,36 @@ SingleInstance::Start SingleInstance::start(const ActivationToken &token)
         m_hasName = m_bus.registerService(m_name);
         if (m_hasName)
             return Start::First;
-        QDBusMessage call =
-            QDBusMessage::createMethodCall(m_name, kObjectPath, kInterface, QStringLiteral("Activate"));
-        call.setArguments({platformDataWith(token)});
-        const QDBusMessage answer = m_bus.call(call, QDBus::Block, kAnswerTimeoutMs);
+        const QDBusMessage answer = handOver(token, requests);
         if (answer.type() == QDBusMessage::ReplyMessage)
             return Start::HandedOver;
         if (m_bus.interface()->isServiceRegistered(m_name))
             return Start::NoAnswer;
     }
     return Start::NoAnswer;
+}
+
+QDBusMessage SingleInstance::handOver(const ActivationToken &token, const QList<PDFOpenRequest> &requests)
+{
+    const QVariantMap platformData = platformDataWith(token);
+    if (requests.isEmpty())
+        return call(QStringLiteral("Activate"), {platformData});
+    QDBusMessage answer;
+    for (const PDFOpenRequest &request : requests) {
+        const QVariantList parameter{QString::fromUtf8(toBytes(request))};
+        answer = call(QStringLiteral("ActivateAction"),
+                      {kOpenRequestAction, QVariant::fromValue(parameter), platformData});
+        if (answer.type() != QDBusMessage::ReplyMessage)
+            break;
+    }
+    return answer;
+}
+
+QDBusMessage SingleInstance::call(const QString &method, const QVariantList &arguments)
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(m_name, kObjectPath, kInterface, method);
+    message.setArguments(arguments);
+    return m_bus.call(message, QDBus::Block, kAnswerTimeoutMs);
 }
 
 void SingleInstance::setHandlers(Handlers handlers)
@@ -129,12 +153,23 @@ void SingleInstance::Open(const QStringList &uris, const QVariantMap &platformDa
     m_handlers.open(QUrl::fromStringList(uris));
 }
 
-void SingleInstance::ActivateAction(const QString &name, const QVariantList &,
+void SingleInstance::ActivateAction(const QString &name, const QVariantList &parameter,
                                     const QVariantMap &platformData)
 {
     tokenIn(platformData).use();
+    if (name == kOpenRequestAction)
+        return openReader(parameter);
     if (!m_handlers.runCommand(name)) {
         sendErrorReply(QDBusError::InvalidArgs,
                        QStringLiteral("Quirevault has no command named '%1'").arg(name));
     }
+}
+
+void SingleInstance::openReader(const QVariantList &parameter)
+{
+    const Result<PDFOpenRequest> request = openRequestFromBytes(parameter.value(0).toString().toUtf8());
+    if (request)
+        m_handlers.openReader(*request);
+    else
+        sendErrorReply(QDBusError::InvalidArgs, request.error().message());
 }

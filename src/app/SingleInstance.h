@@ -1,7 +1,10 @@
 #pragma once
 
+#include "reader/PDFOpenRequest.h"
+
 #include <QDBusConnection>
 #include <QDBusContext>
+#include <QDBusMessage>
 #include <QList>
 #include <QObject>
 #include <QStringList>
@@ -35,11 +38,12 @@ public:
     struct Handlers {
         std::function<void()> activate;
         std::function<void(const QList<QUrl> &files)> open;
+        std::function<void(const PDFOpenRequest &request)> openReader;
         std::function<bool(const QString &name)> runCommand; ///< false when there is no such command
     };
     enum class Start {
         First,      ///< this program is the one, or there is no bus to find others on
-        HandedOver, ///< another one runs already and came forward
+        HandedOver, ///< another one runs already and did what was asked
         NoAnswer,   ///< another one runs already and does not answer
     };
 
@@ -51,9 +55,9 @@ public:
     /// Gives the name back.
     ~SingleInstance() override;
 
-    /// Takes the name, or asks the program that has it to come forward with `token` and waits for its
-    /// answer.
-    Start start(const ActivationToken &token);
+    /// Takes the name, or asks the program that has it, with `token`, to open reader windows for `requests`
+    /// or else to come forward, and waits for its answer.
+    Start start(const ActivationToken &token, const QList<PDFOpenRequest> &requests = {});
     /// Lets a later start be the one; this program's last windows are closed.
     void giveNameBack();
     /// To be set before the event loop runs: what others ask waits until then.
@@ -61,12 +65,18 @@ public:
 
 public Q_SLOTS:
     // The interface, under the object path /org/quirevault/Quirevault; names and arguments are the desktop's.
+    // The action "open-request" takes a request for a reader window as JSON; the others are commands.
     Q_SCRIPTABLE void Activate(const QVariantMap &platformData);
     Q_SCRIPTABLE void Open(const QStringList &uris, const QVariantMap &platformData);
     Q_SCRIPTABLE void ActivateAction(const QString &name, const QVariantList &parameter,
                                      const QVariantMap &platformData);
 
 private:
+    /// The answer, or the first that is a refusal.
+    QDBusMessage handOver(const ActivationToken &token, const QList<PDFOpenRequest> &requests);
+    QDBusMessage call(const QString &method, const QVariantList &arguments);
+    void openReader(const QVariantList &parameter);
+
     QDBusConnection m_bus;
     QString m_name;
     bool m_hasName = false;

@@ -1,7 +1,9 @@
 // The grammar of the command line, in one place: each subcommand's arguments, and the function it runs.
 #include "cli/Arguments.h"
 
+#include "app/PDFDiscovery.h"
 #include "base/DecimalInteger.h"
+#include "cli/ArgumentText.h"
 #include "cli/Commands.h"
 
 #include <CLI/CLI.hpp>
@@ -14,37 +16,9 @@ namespace
 
 using Run = std::function<ExitStatus(const CommandContext &)>;
 
-// CLI11 would take "[a,b]" for two values wherever several are allowed. No argument here means that, and a
-// file may be called so: arguments with a bracket in front are led past it behind a character of no meaning.
-constexpr char kShield = '\x1f';
-
-std::string shielded(const std::string &argument)
+std::string objectionToNumber(const std::string &typed)
 {
-    return argument.starts_with('[') ? kShield + argument : argument;
-}
-
-std::string unshielded(const std::string &argument)
-{
-    return argument.starts_with(kShield) ? argument.substr(1) : argument;
-}
-
-QString toText(const std::string &argument)
-{
-    return QString::fromStdString(unshielded(argument));
-}
-
-/// The words of a query that was typed without quotes around the whole.
-QString toText(const std::vector<std::string> &words)
-{
-    QStringList texts;
-    for (const std::string &word : words)
-        texts.append(toText(word));
-    return texts.join(u' ');
-}
-
-std::optional<QString> toText(const std::optional<std::string> &argument)
-{
-    return argument ? std::optional(toText(*argument)) : std::nullopt;
+    return decimalInteger(toText(typed)) ? std::string() : "not a whole number: " + typed;
 }
 
 class Grammar
@@ -55,19 +29,24 @@ public:
     {
         m_app.set_version_flag("--version", "quirevault " QUIREVAULT_VERSION);
         m_app.require_subcommand(1);
-        m_app.footer("Without a command, quirevault opens the library window.");
+        m_app.footer("Without a command, quirevault opens the library window. With PDF files in place of a "
+                     "command, it opens them to read.");
         m_app.get_formatter()->column_width(34);
         declareImport();
         declareSearch();
         declareFind();
         declareList();
+        declareOpen();
         declarePaperCommands();
         declareEdit();
         declareTags();
+        declareBookmarks();
     }
 
     std::variant<Invocation, ExitStatus> parse(int argc, const char *const *argv)
     {
+        if (namesFile(argv[1]))
+            return openingOf({argv + 1, argv + argc});
         std::vector<std::string> arguments;
         for (int i = argc - 1; i > 0; --i) // CLI11 takes them from the back
             arguments.push_back(shielded(argv[i]));
@@ -86,6 +65,27 @@ public:
     }
 
 private:
+    /// Whether the first argument stands for a file to open: commands come first, and a slip of the fingers
+    /// in one is not taken for a file.
+    bool namesFile(const std::filesystem::path &first) const
+    {
+        const auto isCommand = [&](const CLI::App *command) {
+            return command->get_name() == first.native();
+        };
+        if (first.native().starts_with('-') || !m_app.get_subcommands(isCommand).empty())
+            return false;
+        return hasPDFExtension(first) || first.has_parent_path() || std::filesystem::exists(first);
+    }
+
+    static Invocation openingOf(std::vector<std::filesystem::path> files)
+    {
+        Invocation invocation;
+        invocation.runAlone = [files = std::move(files)](const Output &output) {
+            return runOpenFiles(files, output);
+        };
+        return invocation;
+    }
+
     static void printError(const std::string &text)
     {
         Output(Output::Form::Json).json(QJsonDocument(QJsonObject{{QStringLiteral("error"), toText(text)}}));
@@ -191,10 +191,28 @@ private:
         });
     }
 
+    void declareOpen()
+    {
+        struct Typed {
+            std::string id;
+            std::optional<std::string> page, text;
+        };
+        CLI::App *open = declare("open", "Open a paper in a reader window");
+        auto typed = std::make_shared<Typed>();
+        declarePaperId(open, typed->id);
+        open->add_option("--page", typed->page, "The page to show, counted from 1")->check(objectionToNumber);
+        open->add_option("--text", typed->text, "What to search the paper for");
+        onRun(open, [typed](const CommandContext &context) {
+            return runOpen({.paperId = toText(typed->id),
+                            .page = typed->page ? decimalInteger(toText(*typed->page)) : std::nullopt,
+                            .text = toText(typed->text)},
+                           context);
+        });
+    }
+
     void declarePaperCommands()
     {
         declareForPaper("show", "Show everything about a paper", runShow);
-        declareForPaper("bookmarks", "List a paper's bookmarks", runBookmarks);
         declareForPaperAndTag("tag", "Give a paper a tag", runTag);
         declareForPaperAndTag("untag", "Take a tag from a paper", runUntag);
 
@@ -242,9 +260,7 @@ private:
         declarePaperId(command, *id);
         command->add_option("--title", *title, "The new title");
         command->add_option("--authors", *authors, "The new authors; may be empty");
-        command->add_option("--year", *year, "The new year")->check([](const std::string &typed) {
-            return decimalInteger(toText(typed)) ? std::string() : "not a whole number: " + typed;
-        });
+        command->add_option("--year", *year, "The new year")->check(objectionToNumber);
         onRun(command, [id, title, authors, year](const CommandContext &context) {
             return runEdit({.paperId = toText(*id),
                             .title = toText(*title),
@@ -259,8 +275,9 @@ private:
         CLI::App *tags = declare("tags", "List, create, rename and delete tags");
         tags->require_subcommand(0, 1);
         onRun(tags, runTags);
-        declareForName(tags, "create", "Create a tag", runTagsCreate);
-        declareForName(tags, "delete", "Delete a tag; its papers stay", runTagsDelete);
+        declareForOne("NAME", "The tag", declare("create", "Create a tag", tags), runTagsCreate);
+        declareForOne("NAME", "The tag", declare("delete", "Delete a tag; its papers stay", tags),
+                      runTagsDelete);
 
         CLI::App *rename =
             declare("rename", "Rename a tag everywhere, merging it into one of that name", tags);
@@ -278,13 +295,57 @@ private:
         });
     }
 
-    void declareForName(CLI::App *parent, const std::string &name, const std::string &summary,
-                        ExitStatus (*run)(const QString &, const CommandContext &))
+    void declareBookmarks()
     {
-        CLI::App *command = declare(name, summary, parent);
-        auto tag = std::make_shared<std::string>();
-        command->add_option("NAME", *tag, "The tag")->required();
-        onRun(command, [tag, run](const CommandContext &context) { return run(toText(*tag), context); });
+        CLI::App *bookmarks = declare("bookmarks", "List a paper's bookmarks, add and remove bookmarks");
+        bookmarks->require_subcommand(0, 1);
+        auto id = std::make_shared<std::string>();
+        auto isMarkdown = std::make_shared<bool>(false);
+        declarePaperId(bookmarks, *id)->required(false); // a subcommand does without
+        bookmarks->add_flag("--markdown", *isMarkdown, "Write them as quotes with their pages, in Markdown")
+            ->excludes(bookmarks->get_option("--json"));
+        bookmarks->callback([this, bookmarks, id, isMarkdown] {
+            if (!bookmarks->get_subcommands().empty())
+                return;
+            if (id->empty())
+                throw CLI::RequiredError("PAPER-ID");
+            m_invocation.run = [id, isMarkdown](const CommandContext &context) {
+                return runBookmarks({.paperId = toText(*id), .isMarkdown = *isMarkdown}, context);
+            };
+        });
+        declareBookmarksAdd(bookmarks);
+        declareForOne("BOOKMARK-ID", "The bookmark's id, or at least the first 4 characters of it",
+                      declare("remove", "Remove a bookmark", bookmarks), runBookmarksRemove);
+    }
+
+    void declareBookmarksAdd(CLI::App *bookmarks)
+    {
+        struct Typed {
+            std::string id, page, text, label;
+        };
+        CLI::App *add = declare("add", "Bookmark a passage of a paper", bookmarks);
+        auto typed = std::make_shared<Typed>();
+        declarePaperId(add, typed->id);
+        add->add_option("--page", typed->page, "The page, counted from 1")
+            ->required()
+            ->check(objectionToNumber);
+        add->add_option("--text", typed->text, "The passage")->required();
+        add->add_option("--label", typed->label, "What to call it");
+        onRun(add, [typed](const CommandContext &context) {
+            return runBookmarksAdd({.paperId = toText(typed->id),
+                                    .page = decimalInteger(toText(typed->page)).value_or(0),
+                                    .text = toText(typed->text),
+                                    .label = toText(typed->label)},
+                                   context);
+        });
+    }
+
+    void declareForOne(const std::string &what, const std::string &meaning, CLI::App *command,
+                       ExitStatus (*run)(const QString &, const CommandContext &))
+    {
+        auto typed = std::make_shared<std::string>();
+        command->add_option(what, *typed, meaning)->required();
+        onRun(command, [typed, run](const CommandContext &context) { return run(toText(*typed), context); });
     }
 
     CLI::App m_app;

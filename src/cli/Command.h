@@ -1,5 +1,8 @@
 #pragma once
 
+#include "reader/PDFOpenRequest.h"
+
+#include <QList>
 #include <stop_token>
 
 class Output;
@@ -18,4 +21,6 @@ struct CommandContext {
     Services &services;
     const Output &output;
     std::stop_token stop; ///< fires on Ctrl-C, for the commands that end cleanly
+    QList<PDFOpenRequest>
+        &toOpen; ///< reader windows to open once the command is done and has let the library go
 };

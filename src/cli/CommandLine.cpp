@@ -13,19 +13,28 @@
 namespace
 {
 
-ExitStatus run(const Invocation &invocation, const Output &output)
+ExitStatus runWithLibrary(const Invocation &invocation, const Output &output, QList<PDFOpenRequest> &toOpen)
 {
-    if (invocation.runAlone)
-        return invocation.runAlone(output);
     // Before the services start their threads, which inherit the blocked signals.
     std::optional<StopOnSignal> signals;
     if (invocation.endsCleanly)
         signals.emplace();
     Services services(ServiceLocations::ofTheUser());
-    const CommandContext context{
-        .services = services, .output = output, .stop = signals ? signals->token() : std::stop_token()};
+    const CommandContext context{.services = services,
+                                 .output = output,
+                                 .stop = signals ? signals->token() : std::stop_token(),
+                                 .toOpen = toOpen};
     const Result<void> usable = services.db().verifyUsable().result();
     return usable ? invocation.run(context) : fail(usable.error(), context);
+}
+
+ExitStatus run(const Invocation &invocation, const Output &output)
+{
+    if (invocation.runAlone)
+        return invocation.runAlone(output);
+    QList<PDFOpenRequest> toOpen;
+    const ExitStatus status = runWithLibrary(invocation, output, toOpen);
+    return status == ExitStatus::Done && !toOpen.isEmpty() ? becomeDesktopProgram(toOpen) : status;
 }
 
 } // namespace

@@ -34,6 +34,18 @@ struct ListRequest {
 };
 ExitStatus runList(const ListRequest &request, const CommandContext &context);
 
+/// Opens files in reader windows, in the library or not, unless one of them is not there. Touches no library,
+/// and answers only when no window could be opened.
+ExitStatus runOpenFiles(const std::vector<std::filesystem::path> &paths, const Output &output);
+
+struct OpenRequest {
+    QString paperId;
+    std::optional<qint64> page;  ///< to show first, 1-based
+    std::optional<QString> text; ///< to search for and light
+};
+/// Asks for a reader window, through the context, with the paper.
+ExitStatus runOpen(const OpenRequest &request, const CommandContext &context);
+
 ExitStatus runShow(const QString &paperId, const CommandContext &context);
 
 struct EditRequest {
@@ -57,5 +69,20 @@ ExitStatus runTagsRename(const QString &oldName, const QString &newName, const C
 ExitStatus runTagsDelete(const QString &name, const CommandContext &context);
 
 ExitStatus runRetag(const CommandContext &context);
-ExitStatus runBookmarks(const QString &paperId, const CommandContext &context);
+
+struct BookmarksRequest {
+    QString paperId;
+    bool isMarkdown = false; ///< whether to write them as quotes instead of listing them
+};
+ExitStatus runBookmarks(const BookmarksRequest &request, const CommandContext &context);
+
+struct BookmarkRequest {
+    QString paperId;
+    qint64 page = 1; ///< 1-based
+    QString text;
+    QString label;
+};
+ExitStatus runBookmarksAdd(const BookmarkRequest &request, const CommandContext &context);
+ExitStatus runBookmarksRemove(const QString &bookmarkId, const CommandContext &context);
+
 ExitStatus runRemove(const QStringList &paperIds, const CommandContext &context);

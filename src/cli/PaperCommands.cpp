@@ -35,14 +35,6 @@ Result<QList<Paper>> papersToList(const ListRequest &request, Services &services
     return library.recentlyImportedPapers(*lastImport).result();
 }
 
-QString bookmarkHeading(const Bookmark &bookmark)
-{
-    QString heading = QStringLiteral("p. %1").arg(bookmark.page);
-    if (!bookmark.label.isEmpty())
-        heading += u"  " + onOneLine(bookmark.label);
-    return heading;
-}
-
 } // namespace
 
 ExitStatus runList(const ListRequest &request, const CommandContext &context)
@@ -84,29 +76,6 @@ ExitStatus runEdit(const EditRequest &request, const CommandContext &context)
     if (!updated)
         return fail(updated.error(), context);
     printOnePaper(*updated, context.output);
-    return ExitStatus::Done;
-}
-
-ExitStatus runBookmarks(const QString &paperId, const CommandContext &context)
-{
-    const Result<Paper> paper = findPaper(paperId, context);
-    if (!paper)
-        return fail(paper.error(), context);
-    const Result<QList<Bookmark>> bookmarks =
-        context.services.library().bookmarksForPaper(paper->id).result();
-    if (!bookmarks)
-        return fail(bookmarks.error(), context);
-    if (context.output.isJson()) {
-        context.output.json(asJson(*bookmarks));
-        return ExitStatus::Done;
-    }
-    printPaper(*paper, context.output);
-    for (const Bookmark &bookmark : *bookmarks) {
-        context.output.line(u"    " + context.output.dimmed(bookmarkHeading(bookmark)));
-        context.output.line(u"        " + onOneLine(bookmark.text));
-    }
-    if (bookmarks->isEmpty())
-        context.output.line(QStringLiteral("No bookmarks."));
     return ExitStatus::Done;
 }
 

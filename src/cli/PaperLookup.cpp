@@ -48,6 +48,16 @@ Result<Paper> findPaper(const QString &idOrPrefix, const CommandContext &context
     return lookupError(QStringLiteral("No paper has the id '%1'").arg(idOrPrefix));
 }
 
+QString objectionToPage(qint64 page, const Paper &paper)
+{
+    if (page < 1)
+        return QStringLiteral("Pages are counted from 1");
+    // A paper whose pages were never counted is said to have none.
+    if (paper.pageCount > 0 && page > paper.pageCount)
+        return QStringLiteral("There is no page %1: the paper has %2").arg(page).arg(paper.pageCount);
+    return {};
+}
+
 ExitStatus fail(const Error &error, const CommandContext &context)
 {
     report(error.message(), context);

@@ -7,7 +7,7 @@
 namespace
 {
 
-/// Enough of an id to name a paper in the next command.
+/// Enough of an id to name a paper or a bookmark in the next command.
 constexpr int kShownIdLength = 8;
 
 void printField(const QString &name, const QString &value, const Output &output)
@@ -44,6 +44,15 @@ void printPassage(const Passage &passage, const QString &query, const Output &ou
     }
     const QString page = QStringLiteral("p. %1").arg(passage.page).leftJustified(8);
     output.line(u"    " + output.dimmed(page) + u' ' + text);
+}
+
+void printBookmark(const Bookmark &bookmark, const Output &output)
+{
+    QString heading = QStringLiteral("%1  p. %2").arg(bookmark.id.left(kShownIdLength)).arg(bookmark.page);
+    if (!bookmark.label.isEmpty())
+        heading += u"  " + onOneLine(bookmark.label);
+    output.line(u"    " + output.dimmed(heading));
+    output.line(u"        " + onOneLine(bookmark.text));
 }
 
 void printPapers(const QList<Paper> &papers, const Output &output)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/Output.h"
+#include "store/Bookmark.h"
 #include "store/Paper.h"
 #include "store/Passage.h"
 
@@ -18,6 +19,9 @@ void printPaperHeading(const QString &id, const QString &title, const QString &a
 /// "    p. 7  the passage", its matches emphasised and its cuts shown as "…".
 /// `query` is what was searched for.
 void printPassage(const Passage &passage, const QString &query, const Output &output);
+
+/// "    1A2B3C4D  p. 7  label", and under it the bookmarked text on one line.
+void printBookmark(const Bookmark &bookmark, const Output &output);
 
 /// The papers as a list to read, or as their JSON array.
 void printPapers(const QList<Paper> &papers, const Output &output);

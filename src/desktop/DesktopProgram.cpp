@@ -1,7 +1,9 @@
 #include "desktop/DesktopProgram.h"
 
 #include "app/LibraryViewModel.h"
+#include "app/OpenRequestArguments.h"
 #include "app/QuirevaultApp.h"
+#include "app/RestoreGuard.h"
 #include "app/Services.h"
 #include "app/SessionManager.h"
 #include "desktop/Windows.h"
@@ -13,8 +15,10 @@
 #include "ui/ContentView.h"
 #include "ui/CoverCache.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <unistd.h>
+#include <utility>
 
 namespace
 {
@@ -43,15 +47,13 @@ std::unique_ptr<QApplication> makeApplication(int &argc, char **argv)
 
 /// Everything that lives as long as the program runs, in the order in which it needs each other.
 struct Parts {
-    Parts()
-    {
-        // Before the window is made, so that the database reads while it is.
-        vm.loadPapers();
-        vm.loadTags();
-    }
-
     OpenedWindow makeLibraryWindow(QuirevaultApp &application)
     {
+        // Before the window is made, so that the database reads while it is.
+        if (!std::exchange(hasLoadedLibrary, true)) {
+            vm.loadPapers();
+            vm.loadTags();
+        }
         return showLibraryWindow({.vm = vm,
                                   .commands = application.commands(),
                                   .covers = covers,
@@ -80,8 +82,10 @@ struct Parts {
         return showReaderWindow(request, readerServices, sessions, [this] { return app.isQuitting(); });
     }
 
+    bool hasLoadedLibrary = false;
     Services services{ServiceLocations::ofTheUser()};
     SessionManager sessions{sessionFilePath(), services.clock()};
+    RestoreGuard restoreGuard{services.preferences(), services.clock()};
     LibraryViewModel vm{{.db = services.db(),
                          .library = services.library(),
                          .publisher = services.publisher(),
@@ -95,23 +99,27 @@ struct Parts {
     CoverCache covers;
     QuirevaultApp app{
         {.sessions = sessions,
+         .restoreGuard = restoreGuard,
          .makeLibraryWindow = [this](QuirevaultApp &application) { return makeLibraryWindow(application); },
          .makeReaderWindow = [this](const PDFOpenRequest &request) { return makeReaderWindow(request); },
+         .askToReopen = askToReopen,
          .showAbout = [] { showAboutPanel(QApplication::activeWindow()); },
          .showUpdateResult = showUpdateResult}};
 };
 
-int runLibrary(SingleInstance &instance)
+int runLibrary(SingleInstance &instance, const QList<PDFOpenRequest> &requests)
 {
     Parts parts;
     QuirevaultApp &app = parts.app;
-    instance.setHandlers({.activate = [&app] { app.reopen(); },
-                          .open = [&app](const QList<QUrl> &files) { app.openFiles(files); },
-                          .runCommand =
-                              [&app](const QString &name) {
-                                  return app.runCommand(name);
-                              }});
-    app.start();
+    instance.setHandlers(
+        {.activate = [&app] { app.reopen(); },
+         .open = [&app](const QList<QUrl> &files) { app.openFiles(files); },
+         .openReader = [&app](const PDFOpenRequest &request) { app.openReaderWindow(request); },
+         .runCommand =
+             [&app](const QString &name) {
+                 return app.runCommand(name);
+             }});
+    app.start(requests);
     const int status = QApplication::exec();
     // Before the services end, which may wait for jobs: nobody would answer meanwhile.
     instance.giveNameBack();
@@ -123,13 +131,18 @@ int runLibrary(SingleInstance &instance)
 DesktopProgram::DesktopProgram(int &argc, char **argv)
     : m_activationToken(ActivationToken::ofThisProcess())
     , m_application(makeApplication(argc, argv))
+    , m_requests(openRequestsFromArguments(QByteArrayList(argv + std::min(argc, 1), argv + argc)))
 {
 }
 
 int DesktopProgram::run()
 {
+    if (!m_requests) {
+        std::fprintf(stderr, "quirevault: %s\n", m_requests.error().message().toUtf8().constData());
+        return 2;
+    }
     SingleInstance instance(QDBusConnection::sessionBus(), SingleInstance::nameFor(dataFolder()));
-    switch (instance.start(m_activationToken)) {
+    switch (instance.start(m_activationToken, *m_requests)) {
     case SingleInstance::Start::HandedOver:
         return 0;
     case SingleInstance::Start::NoAnswer:
@@ -139,5 +152,5 @@ int DesktopProgram::run()
         break;
     }
     m_activationToken.use();
-    return runLibrary(instance);
+    return runLibrary(instance, *m_requests);
 }

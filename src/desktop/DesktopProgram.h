@@ -1,6 +1,8 @@
 #pragma once
 
 #include "app/SingleInstance.h"
+#include "base/Result.h"
+#include "reader/PDFOpenRequest.h"
 
 #include <QApplication>
 #include <memory>
@@ -16,11 +18,13 @@ public:
 
     QApplication &application() { return *m_application; }
 
-    /// Opens the library window and runs until the last window is closed; when the program runs already,
-    /// only brings its window forward. Answers the exit status.
+    /// Opens reader windows for the requests among the arguments, or else the library window, and runs until
+    /// the last window is closed. When the program runs already, only asks that one for the same. Answers the
+    /// exit status: 2 when the arguments are no requests.
     int run();
 
 private:
     ActivationToken m_activationToken;
     std::unique_ptr<QApplication> m_application;
+    Result<QList<PDFOpenRequest>> m_requests; ///< of the arguments that are not Qt's
 };

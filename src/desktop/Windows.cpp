@@ -6,6 +6,8 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QPointer>
+#include <QPushButton>
+#include <utility>
 
 namespace
 {
@@ -40,7 +42,8 @@ OpenedWindow showReaderWindow(const PDFOpenRequest &request, const ReaderService
                               SessionManager &sessions, const std::function<bool()> &isQuitting)
 {
     PDFViewerWindow *window = openPDFViewerWindow(request, services);
-    sessions.registerRequest(window->request());
+    // Of a window that opens again the session still holds what was known before.
+    sessions.update(window->request());
     QObject::connect(window, &PDFViewerWindow::requestChanged, window,
                      [&sessions](const PDFOpenRequest &changed) { sessions.update(changed); });
     QObject::connect(window, &PDFViewerWindow::closed, window,
@@ -52,6 +55,23 @@ OpenedWindow showReaderWindow(const PDFOpenRequest &request, const ReaderService
                          sessions.unregister(id);
                      });
     return opened(window);
+}
+
+void askToReopen(std::function<void(bool reopen)> answer)
+{
+    auto *question = new QMessageBox(
+        QMessageBox::Question, QStringLiteral("Open Papers Again"),
+        QStringLiteral("Quirevault ended unexpectedly twice, soon after it had opened the papers of the last "
+                       "session. Open them once more?"),
+        QMessageBox::NoButton, QApplication::activeWindow());
+    question->setObjectName(QStringLiteral("askToReopen"));
+    question->setAttribute(Qt::WA_DeleteOnClose);
+    QPushButton *open = question->addButton(QStringLiteral("Open Again"), QMessageBox::AcceptRole);
+    question->addButton(QStringLiteral("Leave Closed"), QMessageBox::RejectRole);
+    QObject::connect(
+        question, &QMessageBox::buttonClicked, question,
+        [open, answer = std::move(answer)](const QAbstractButton *chosen) { answer(chosen == open); });
+    question->open();
 }
 
 void showUpdateResult(const QString &result)

@@ -17,5 +17,9 @@ OpenedWindow showLibraryWindow(const ContentView::Collaborators &collaborators);
 OpenedWindow showReaderWindow(const PDFOpenRequest &request, const ReaderServices &services,
                               SessionManager &sessions, const std::function<bool()> &isQuitting);
 
+/// Asks whether to open the papers again that may have ended the program, in a small message over the active
+/// window. No answer comes when the program ends before.
+void askToReopen(std::function<void(bool reopen)> answer);
+
 /// Shows what a check for updates came to, in a small message over the active window.
 void showUpdateResult(const QString &result);

@@ -67,6 +67,8 @@ public:
 
     /// By page, and on a page by creation time.
     QFuture<Result<QList<Bookmark>>> bookmarksForPaper(const QString &paperId);
+    /// Those of any paper whose ids begin with `prefix`, ascending by id.
+    QFuture<Result<QList<Bookmark>>> bookmarksWithIdPrefix(const QString &prefix);
     /// Stores a bookmark and tells `BookmarkEvents`; `createdAt` in stored time form.
     QFuture<Result<void>> createBookmark(const Bookmark &bookmark);
     /// Removes a bookmark, known or not, and tells `BookmarkEvents` when it was known.

@@ -23,22 +23,39 @@ std::optional<Bookmark> bookmarkFromRow(const Row &row)
         .createdAt = *createdAt,
     };
 }
+
+Result<QList<Bookmark>> selectBookmarks(Database &database, const QString &sql, const SqlValues &parameters)
+{
+    const auto rows = database.query(sql, parameters);
+    if (!rows)
+        return rows.error();
+    QList<Bookmark> bookmarks;
+    for (const Row &row : *rows) {
+        if (auto bookmark = bookmarkFromRow(row))
+            bookmarks.append(*bookmark);
+    }
+    return bookmarks;
+}
 } // namespace
 
 QFuture<Result<QList<Bookmark>>> NativeLibraryService::bookmarksForPaper(const QString &paperId)
 {
-    return m_db.perform(m_urgency, [paperId](Database &database) -> Result<QList<Bookmark>> {
-        const auto rows = database.query(
+    return m_db.perform(m_urgency, [paperId](Database &database) {
+        return selectBookmarks(
+            database,
             QStringLiteral("SELECT * FROM bookmarks WHERE paper_id = ? ORDER BY page ASC, created_at ASC"),
             {paperId});
-        if (!rows)
-            return rows.error();
-        QList<Bookmark> bookmarks;
-        for (const Row &row : *rows) {
-            if (auto bookmark = bookmarkFromRow(row))
-                bookmarks.append(*bookmark);
-        }
-        return bookmarks;
+    });
+}
+
+QFuture<Result<QList<Bookmark>>> NativeLibraryService::bookmarksWithIdPrefix(const QString &prefix)
+{
+    // Every text that begins with the prefix sorts before the prefix followed by the last code point.
+    const QString end = prefix + QString::fromUcs4(U"\U0010FFFF", 1);
+    return m_db.perform(m_urgency, [prefix, end](Database &database) {
+        return selectBookmarks(
+            database, QStringLiteral("SELECT * FROM bookmarks WHERE id >= ? AND id < ? ORDER BY id ASC"),
+            {prefix, end});
     });
 }
 

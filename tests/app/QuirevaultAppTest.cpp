@@ -1,6 +1,8 @@
 #include "app/QuirevaultApp.h"
 
+#include "app/RestoreGuard.h"
 #include "app/SessionManager.h"
+#include "platform/Preferences.h"
 #include "support/FakeClock.h"
 #include "support/Printing.h"
 #include "support/TemporaryFolder.h"
@@ -39,7 +41,11 @@ struct PretendedWindow {
 class QuirevaultAppTest : public testing::Test
 {
 protected:
-    void SetUp() override { testing::internal::CaptureStdout(); } // what the session has to say
+    void SetUp() override
+    {
+        qputenv("XDG_CONFIG_HOME", m_folder.path().toLocal8Bit());
+        testing::internal::CaptureStdout(); // what the session has to say
+    }
     void TearDown() override { testing::internal::GetCapturedStdout(); }
 
     OpenedWindow makeReader(const PDFOpenRequest &request)
@@ -53,6 +59,7 @@ protected:
         if (!m_app) {
             m_app = std::make_unique<QuirevaultApp>(QuirevaultApp::Collaborators{
                 .sessions = m_sessions,
+                .restoreGuard = m_guard,
                 .makeLibraryWindow =
                     [this](QuirevaultApp &) {
                         ++m_librariesMade;
@@ -60,6 +67,7 @@ protected:
                         return m_library.opened();
                     },
                 .makeReaderWindow = [this](const PDFOpenRequest &request) { return makeReader(request); },
+                .askToReopen = [this](auto answer) { m_answer = answer; },
                 .showAbout = [this] { ++m_aboutShown; },
                 .showUpdateResult =
                     [this](const QString &result) {
@@ -72,6 +80,9 @@ protected:
     TemporaryFolder m_folder;
     FakeClock m_clock;
     SessionManager m_sessions{m_folder.path(QStringLiteral("session.json")), m_clock};
+    Preferences m_preferences;
+    RestoreGuard m_guard{m_preferences, m_clock};
+    std::function<void(bool reopen)> m_answer; ///< once it was asked whether to open papers again
     int m_librariesMade = 0;
     PretendedWindow m_library;
     std::vector<std::unique_ptr<PretendedWindow>> m_readers;
@@ -149,6 +160,55 @@ TEST_F(QuirevaultAppTest, RestoresTheLastSessionOnceAProcess)
     m_library.isOpen = false;
     app().openLibraryWindow();
     EXPECT_EQ(m_requests, requests);
+}
+
+TEST_F(QuirevaultAppTest, OpensNothingButThePapersThatItIsStartedFor)
+{
+    m_sessions.registerRequest(requestFor(QStringLiteral("/a.pdf")));
+    const QList asked{requestFor(QStringLiteral("/b.pdf")), requestFor(QStringLiteral("/c.pdf"))};
+    app().start(asked);
+    EXPECT_EQ(m_requests, asked);
+    EXPECT_EQ(m_librariesMade, 0);
+}
+
+TEST_F(QuirevaultAppTest, RestoresTheSessionWithTheLibraryWindowThatComesLater)
+{
+    const PDFOpenRequest last = requestFor(QStringLiteral("/a.pdf"));
+    PDFOpenRequest asked = requestFor(QStringLiteral("/b.pdf"));
+    m_sessions.registerRequest(last);
+    app().start({asked});
+    m_sessions.registerRequest(asked);
+    const PDFOpenRequest atFirst = asked;
+    asked.page = 7; // it was read meanwhile
+    m_sessions.update(asked);
+    app().openLibraryWindow();
+    EXPECT_EQ(m_requests, (QList{atFirst, last}));
+}
+
+TEST_F(QuirevaultAppTest, AsksBeforeItOpensPapersThatMayHaveEndedIt)
+{
+    m_sessions.registerRequest(requestFor(QStringLiteral("/a.pdf")));
+    m_guard.restoring();
+    m_guard.restoring();
+    app().start();
+    EXPECT_EQ(m_librariesMade, 1);
+    EXPECT_TRUE(m_requests.isEmpty());
+    ASSERT_TRUE(m_answer);
+    m_answer(true);
+    EXPECT_EQ(m_requests.size(), 1);
+}
+
+TEST_F(QuirevaultAppTest, ForgetsThePapersThatThePersonDoesNotWantBack)
+{
+    m_sessions.registerRequest(requestFor(QStringLiteral("/a.pdf")));
+    m_guard.restoring();
+    m_guard.restoring();
+    app().start();
+    ASSERT_TRUE(m_answer);
+    m_answer(false);
+    EXPECT_TRUE(m_requests.isEmpty());
+    EXPECT_TRUE(m_sessions.activeSessions.value().isEmpty());
+    EXPECT_FALSE(m_guard.mustAsk());
 }
 
 TEST_F(QuirevaultAppTest, SavesTheSessionAtOnceWhenItEnds)

@@ -19,6 +19,7 @@ const auto kName = QStringLiteral("org.quirevault.Quirevault");
 struct Asked {
     int activations = 0;
     QList<QUrl> files;
+    QList<PDFOpenRequest> requests;
     QStringList commands;
     QString token; ///< in use when the last activation came
 
@@ -30,6 +31,7 @@ struct Asked {
                         token = qEnvironmentVariable("XDG_ACTIVATION_TOKEN");
                     },
                 .open = [this](const QList<QUrl> &asked) { files = asked; },
+                .openReader = [this](const PDFOpenRequest &request) { requests.append(request); },
                 .runCommand =
                     [this](const QString &name) {
                         commands.append(name);
@@ -69,11 +71,12 @@ protected:
     }
 
     /// Another start of the program.
-    SingleInstance::Start startElsewhere(const ActivationToken &token = {}, const QString &name = kName)
+    SingleInstance::Start startElsewhere(const ActivationToken &token = {}, const QString &name = kName,
+                                         const QList<PDFOpenRequest> &requests = {})
     {
         auto outcome = SingleInstance::Start::NoAnswer;
         const QDBusConnection bus = connection(QStringLiteral("elsewhere"));
-        elsewhere([&] { outcome = SingleInstance(bus, name).start(token); });
+        elsewhere([&] { outcome = SingleInstance(bus, name).start(token, requests); });
         return outcome;
     }
 
@@ -173,6 +176,40 @@ TEST_F(SingleInstanceTest, RunsTheCommandsThatOthersAskFor)
                                      {QStringLiteral("import-pdfs"), QVariantList(), QVariantMap()});
     EXPECT_EQ(answer.type(), QDBusMessage::ReplyMessage) << answer.errorMessage().toStdString();
     EXPECT_EQ(m_asked.commands, QStringList{QStringLiteral("import-pdfs")});
+}
+
+TEST_F(SingleInstanceTest, ALaterStartHandsItsRequestsOver)
+{
+    m_first.setHandlers(m_asked.handlers());
+    ASSERT_EQ(m_first.start({}), SingleInstance::Start::First);
+    const PDFOpenRequest one{.id = QUuid::createUuid(),
+                             .url = QUrl::fromLocalFile(QStringLiteral("/ä b.pdf")),
+                             .page = 7,
+                             .paperId = QStringLiteral("p"),
+                             .searchText = QStringLiteral("\"Größe\"")};
+    const PDFOpenRequest other{.id = QUuid::createUuid(),
+                               .url = QUrl::fromLocalFile(QStringLiteral("/b.pdf"))};
+    EXPECT_EQ(startElsewhere({.wayland = QStringLiteral("token-7"), .x11 = {}}, kName, {one, other}),
+              SingleInstance::Start::HandedOver);
+    EXPECT_EQ(m_asked.requests, (QList{one, other}));
+    EXPECT_EQ(m_asked.activations, 0);
+    EXPECT_EQ(qEnvironmentVariable("XDG_ACTIVATION_TOKEN"), QStringLiteral("token-7"));
+}
+
+TEST_F(SingleInstanceTest, RefusesARequestThatIsNone)
+{
+    m_first.setHandlers(m_asked.handlers());
+    ASSERT_EQ(m_first.start({}), SingleInstance::Start::First);
+    for (const QVariantList &parameter :
+         {QVariantList(), QVariantList{QStringLiteral("{")}, QVariantList{QStringLiteral("{}")},
+          QVariantList{
+              QStringLiteral(R"({"id":"6FA459EA-EE8A-3CA4-894E-DB77E160355E","url":"https://a"})")}}) {
+        const QDBusMessage answer =
+            call(QStringLiteral("ActivateAction"),
+                 {QStringLiteral("open-request"), QVariant::fromValue(parameter), QVariantMap()});
+        EXPECT_EQ(answer.errorName(), QStringLiteral("org.freedesktop.DBus.Error.InvalidArgs"));
+    }
+    EXPECT_TRUE(m_asked.requests.isEmpty());
 }
 
 TEST_F(SingleInstanceTest, RefusesACommandThatItDoesNotHave)

@@ -6,8 +6,7 @@
 #include <QProcess>
 #include <QProcessEnvironment>
 
-/// The real program with its window on the offscreen platform and a library of its own, as it is started
-/// without arguments.
+/// The real program with its windows on the offscreen platform and a library of its own.
 class DesktopProcess
 {
 public:
@@ -20,6 +19,7 @@ public:
         environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), home.path());
         environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
         environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), bus);
+        environment.insert(QStringLiteral("QUIREVAULT_OPENLIBRARY_URL"), QString());
         m_process.setProcessEnvironment(environment);
     }
 
@@ -44,9 +44,11 @@ public:
         m_process.setProcessEnvironment(environment);
     }
 
-    void start()
+    void setWorkingFolder(const QString &path) { m_process.setWorkingDirectory(path); }
+
+    void start(const QStringList &arguments = {}, const QString &program = commandLineProgram())
     {
-        m_process.start(commandLineProgram(), QStringList());
+        m_process.start(program, arguments);
         EXPECT_TRUE(m_process.waitForStarted());
     }
 
@@ -59,7 +61,15 @@ public:
         return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
     }
 
+    /// Ends it as `kill -9` does.
+    void kill()
+    {
+        m_process.kill();
+        EXPECT_TRUE(m_process.waitForFinished());
+    }
+
     bool isRunning() { return m_process.state() == QProcess::Running; }
+    QByteArray standardOutput() { return m_process.readAllStandardOutput(); }
     QByteArray standardError() { return m_process.readAllStandardError(); }
 
 private:

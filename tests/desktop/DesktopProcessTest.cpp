@@ -1,57 +1,12 @@
 // The program with its window, as processes of their own that meet on a private bus.
-#include "desktop/DesktopProcess.h"
-#include "app/SingleInstance.h"
-#include "support/Printing.h"
-#include "support/PrivateBus.h"
+#include "desktop/DesktopProcessFixture.h"
 #include "support/Program.h"
 #include "support/Programs.h"
 
-#include <QCoreApplication>
-#include <QDBusConnection>
-#include <QDBusConnectionInterface>
-#include <QDBusMessage>
-#include <QDBusServiceWatcher>
-#include <QEventLoop>
 #include <QFile>
-#include <gtest/gtest.h>
 
-namespace
+class DesktopProcessTest : public DesktopProcessFixture
 {
-const auto kConnection = QStringLiteral("desktop test");
-const auto kObjectPath = QStringLiteral("/org/quirevault/Quirevault");
-} // namespace
-
-class DesktopProcessTest : public testing::Test
-{
-protected:
-    ~DesktopProcessTest() override { QDBusConnection::disconnectFromBus(kConnection); }
-
-    /// Starts the program and waits until it has taken its name; its answers wait for its window.
-    void startAndWait(DesktopProcess &process)
-    {
-        QDBusServiceWatcher watcher(m_name, m_connection, QDBusServiceWatcher::WatchForRegistration);
-        QEventLoop loop;
-        QObject::connect(&watcher, &QDBusServiceWatcher::serviceRegistered, &loop, &QEventLoop::quit);
-        process.start();
-        if (!m_connection.interface()->isServiceRegistered(m_name))
-            loop.exec();
-    }
-
-    QDBusMessage runCommand(const QString &command)
-    {
-        QDBusMessage call =
-            QDBusMessage::createMethodCall(m_name, kObjectPath, QStringLiteral("org.freedesktop.Application"),
-                                           QStringLiteral("ActivateAction"));
-        call.setArguments({command, QVariantList(), QVariantMap()});
-        return m_connection.call(call);
-    }
-
-    int m_argc = 0;
-    QCoreApplication m_application{m_argc, nullptr};
-    TemporaryFolder m_home;
-    PrivateBus m_bus;
-    QDBusConnection m_connection = QDBusConnection::connectToBus(m_bus.address(), kConnection);
-    QString m_name = SingleInstance::nameFor(m_home.path(QStringLiteral("data/Quirevault")));
 };
 
 TEST_F(DesktopProcessTest, StartsAndEndsCleanlyOnRequest)
