@@ -28,6 +28,16 @@ OpenedWindow opened(QWidget *widget)
                 }};
 }
 
+/// Null while there is none.
+QWidget *libraryWindow()
+{
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        if (qobject_cast<ContentView *>(window))
+            return window;
+    }
+    return nullptr;
+}
+
 } // namespace
 
 OpenedWindow showLibraryWindow(const ContentView::Collaborators &collaborators)
@@ -63,7 +73,7 @@ void askToReopen(std::function<void(bool reopen)> answer)
         QMessageBox::Question, QStringLiteral("Open Papers Again"),
         QStringLiteral("Quirevault ended unexpectedly twice, soon after it had opened the papers of the last "
                        "session. Open them once more?"),
-        QMessageBox::NoButton, QApplication::activeWindow());
+        QMessageBox::NoButton, libraryWindow());
     question->setObjectName(QStringLiteral("askToReopen"));
     question->setAttribute(Qt::WA_DeleteOnClose);
     QPushButton *open = question->addButton(QStringLiteral("Open Again"), QMessageBox::AcceptRole);

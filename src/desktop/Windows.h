@@ -17,8 +17,8 @@ OpenedWindow showLibraryWindow(const ContentView::Collaborators &collaborators);
 OpenedWindow showReaderWindow(const PDFOpenRequest &request, const ReaderServices &services,
                               SessionManager &sessions, const std::function<bool()> &isQuitting);
 
-/// Asks whether to open the papers again that may have ended the program, in a small message over the active
-/// window. No answer comes when the program ends before.
+/// Asks whether to open the papers again that may have ended the program, in a small message over the
+/// library window. No answer comes when that window is closed before.
 void askToReopen(std::function<void(bool reopen)> answer);
 
 /// Shows what a check for updates came to, in a small message over the active window.

@@ -1,10 +1,14 @@
 #include "desktop/DesktopProgram.h"
 
 #include "app/LibraryCommands.h"
+#include "app/OpenRequestArguments.h"
 #include "support/Printing.h"
 #include "support/TemporaryFolder.h"
 
+#include <QAbstractButton>
+#include <QDir>
 #include <QFile>
+#include <QMessageBox>
 #include <QTimer>
 #include <QWidget>
 #include <gtest/gtest.h>
@@ -60,6 +64,19 @@ protected:
         return program.run();
     }
 
+    /// The session of a program that crashed twice, just after it had opened this one paper.
+    void leaveBadSession()
+    {
+        ASSERT_TRUE(QDir().mkpath(m_home.path(QStringLiteral("data/Quirevault"))));
+        const PDFOpenRequest request{.id = QUuid::createUuid(),
+                                     .url = QUrl::fromLocalFile(m_home.path(QStringLiteral("a.pdf")))};
+        m_home.write(m_session, '[' + toBytes(request) + ']');
+        ASSERT_TRUE(QDir().mkpath(m_home.path(QStringLiteral("config/Quirevault"))));
+        m_home.write(QStringLiteral("config/Quirevault/Quirevault.ini"),
+                     "[General]\nbadEndsAfterRestoring=2\n");
+    }
+
+    const QString m_session = QStringLiteral("data/Quirevault/session.json");
     TemporaryFolder m_home;
 };
 
@@ -91,4 +108,25 @@ TEST_F(DesktopProgramTest, GoesOnWhileAnotherOfItsWindowsIsOpen)
         });
     });
     EXPECT_FALSE(endedTooSoon);
+}
+
+TEST_F(DesktopProgramTest, LeavesPapersClosedThatThePersonDoesNotWantBack)
+{
+    leaveBadSession();
+    QString asked;
+    run([&](QWidget *window) {
+        auto *question = window->findChild<QMessageBox *>(QStringLiteral("askToReopen"));
+        if (question) {
+            asked = question->text();
+            for (QAbstractButton *button : question->buttons()) {
+                if (question->buttonRole(button) == QMessageBox::RejectRole)
+                    button->click();
+            }
+        }
+        window->close();
+    });
+    EXPECT_TRUE(asked.startsWith(u"Quirevault ended unexpectedly twice"));
+    QFile session(m_home.path(m_session));
+    ASSERT_TRUE(session.open(QIODevice::ReadOnly));
+    EXPECT_EQ(session.readAll(), "[]");
 }
