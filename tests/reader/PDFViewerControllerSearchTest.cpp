@@ -249,14 +249,3 @@ TEST_F(PDFViewerControllerSearch, GoesOnFromTheHitThatItsRequestCameFor)
     controller->goToNextHit();
     EXPECT_EQ(hitPage(), 7);
 }
-
-TEST_F(PDFViewerControllerSearch, SearchesWhenTheDocumentComesLaterThanTheRequest)
-{
-    ReaderFixture later;
-    PDFOpenRequest request = later.requestOf(QStringLiteral("p"));
-    request.searchText = QStringLiteral("kernel");
-    later.controller->setRequest(request);
-    EXPECT_TRUE(later.queries.isEmpty());
-    later.show();
-    EXPECT_EQ(later.queries, QStringList{QStringLiteral("p: kernel")});
-}

@@ -172,6 +172,16 @@ TEST_F(PDFViewerControllerTest, GoesNowhereAtFirstWithoutADocument)
     EXPECT_TRUE(view.jumps.isEmpty());
 }
 
+TEST_F(PDFViewerControllerTest, SearchesWhenTheDocumentComesLaterThanTheRequest)
+{
+    PDFOpenRequest request = requestOf(QStringLiteral("p"));
+    request.searchText = QStringLiteral("kernel");
+    reader().setRequest(request);
+    EXPECT_TRUE(queries.isEmpty());
+    show();
+    EXPECT_EQ(queries, QStringList{QStringLiteral("p: kernel")});
+}
+
 TEST_F(PDFViewerControllerTest, LightsThePassageOfItsRequestOnArrival)
 {
     texts[2] = PlacedText().line(QStringLiteral("pay attention please"), {50, 100}).page();
