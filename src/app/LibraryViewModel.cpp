@@ -184,8 +184,8 @@ void LibraryViewModel::select(const std::optional<Paper> &paper)
 {
     requireMainThread();
     selectedPaper = paper;
-    // A search result stands for its paper and knows little of it.
-    if (paper && paper->pageCount == 0)
+    // A search result stands for its paper and knows nothing of these.
+    if (paper && paper->authors.isEmpty() && !paper->year && paper->pageCount == 0 && paper->tags.isEmpty())
         readSelected(paper->id);
 }
 
