@@ -99,6 +99,7 @@ int main(int argc, char **argv)
     const double startedAt = QByteArray(argv[1]).toDouble();
     if (std::strcmp(argv[2], "empty") == 0)
         return showEmptyWindow(argc, argv, startedAt);
+    argc = 1; // the rest is not for the program
     DesktopProgram program(argc, argv);
     std::unique_ptr<WindowUse> use;
     FirstPaint firstPaint(startedAt, [&](QWidget *window) {
