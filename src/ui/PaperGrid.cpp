@@ -45,6 +45,7 @@ PaperGrid::PaperGrid(LibraryViewModel &vm, CoverCache &covers, CardKind kind, QW
 
 PaperGrid::~PaperGrid()
 {
+    blockSignals(true); // who listens may be half gone
     // The model goes before the base class, which would look at a grid half gone when it hears of that.
     setModel(nullptr);
 }
