@@ -148,8 +148,8 @@ QString EngineProcess::end()
     if (!isRunning())
         return {};
     const pid_t process = std::exchange(m_process, 0);
-    m_socket.reset();
     kill(-process, SIGKILL); // the whole group, which for the real engine is itself
+    m_socket.reset(); // only now: an engine that sees its socket close ends by itself, and tells another end
     int status = 0;
     pid_t reaped;
     do
