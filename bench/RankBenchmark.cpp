@@ -48,7 +48,7 @@ struct Times {
 void searchOnce(Database &database, const QByteArray &expression)
 {
     static const QString statement = QString::fromLatin1(RawSearch::kRankedStatement);
-    if (database.query(statement, {QString::fromUtf8(expression)}))
+    if (database.queryRanked(1h, statement, QString::fromUtf8(expression)))
         return;
     std::fprintf(stderr, "The search for '%s' failed\n", expression.constData());
     std::exit(1);

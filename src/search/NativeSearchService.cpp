@@ -56,12 +56,27 @@ qsizetype wordCount(const QString &expression)
     return count;
 }
 
-Result<QList<Row>> matching(Database &database, const QString &sql, const SqlValues &parameters,
-                            const QString &expression)
+Result<void> verifyLength(const QString &expression)
 {
     if (expression.size() > kLongestExpression || wordCount(expression) > kMostWords)
         return Error{QStringLiteral("NativeSearchService"), 1, QStringLiteral("the query is too long"), {}};
-    return database.queryWithin(kLongestSearch, sql, parameters);
+    return {};
+}
+
+Result<QList<Row>> rankedPages(Database &database, const QString &expression)
+{
+    if (const auto verified = verifyLength(expression); !verified)
+        return verified.error();
+    return database.queryRanked(kLongestSearch, kRankedPages, expression);
+}
+
+Result<QList<Row>> pagesOfPaper(Database &database, const QString &paperId, const QString &expression)
+{
+    if (const auto verified = verifyLength(expression); !verified)
+        return verified.error();
+    return queryPagesOf(database, paperId, [&] {
+        return database.queryWithin(kLongestSearch, kPagesOfPaper, {paperId, expression});
+    });
 }
 
 /// The rows; a failure is logged as `what` failing for the expression, and leaves none.
@@ -77,8 +92,7 @@ QList<Row> rowsOrLog(const Result<QList<Row>> &rows, const QString &what, const 
 Result<SearchHits> findHits(Database &database, const QString &expression)
 {
     SearchHits hits;
-    hits.rows = rowsOrLog(matching(database, kRankedPages, {expression}, expression),
-                          QStringLiteral("FTS query"), expression);
+    hits.rows = rowsOrLog(rankedPages(database, expression), QStringLiteral("FTS query"), expression);
     QStringList ids;
     for (const Row &row : hits.rows) {
         if (auto id = row.text(QLatin1String("paper_id")))
@@ -136,9 +150,7 @@ QFuture<Result<QList<Passage>>> NativeSearchService::searchInPaper(const QString
     if (expression.isEmpty())
         return QtFuture::makeReadyFuture(Passages());
     return m_db.perform(Urgency::PersonWaits, [paperId, expression](Database &database) -> Passages {
-        const auto rows = queryPagesOf(database, paperId, [&] {
-            return matching(database, kPagesOfPaper, {paperId, expression}, expression);
-        });
+        const auto rows = pagesOfPaper(database, paperId, expression);
         return passagesIn(rowsOrLog(rows, QStringLiteral("in-paper FTS query"), expression));
     });
 }

@@ -3,6 +3,7 @@
 #include "base/Log.h"
 #include "base/TextClasses.h"
 #include "store/PageLengths.h"
+#include "store/PrefixCounter.h"
 #include "store/RankFunction.h"
 
 #include <QDeadlineTimer>
@@ -70,8 +71,9 @@ Database::Database(const QString &path, std::chrono::milliseconds busyTimeout)
     m_startUp = startUp(m_connection.get(), m_busyTimeout);
     setBusyTimeout(m_busyTimeout);
     m_pageLengths = std::make_unique<PageLengths>(m_connection.get());
+    m_prefixCounter = std::make_unique<PrefixCounter>(m_connection.get());
     // Without it searches are slower and rank the same.
-    registerRankFunction(m_connection.get(), *m_pageLengths);
+    registerRankFunction(m_connection.get(), *m_pageLengths, *m_prefixCounter);
 }
 
 Database::~Database() = default;
@@ -155,6 +157,18 @@ Result<QList<Row>> Database::queryWithin(std::chrono::milliseconds limit, const 
         return noConnectionError();
     const TimeLimit timeLimit(m_connection.get(), limit);
     return query(sql, parameters);
+}
+
+Result<QList<Row>> Database::queryRanked(std::chrono::milliseconds limit, const QString &sql,
+                                         const QString &expression)
+{
+    if (!m_connection)
+        return noConnectionError();
+    const TimeLimit timeLimit(m_connection.get(), limit);
+    m_prefixCounter->expand(expression);
+    Result<QList<Row>> rows = query(sql, {expression});
+    m_prefixCounter->forget();
+    return rows;
 }
 
 Result<void> Database::insertChunks(const QString &paperId, const QList<Chunk> &chunks)

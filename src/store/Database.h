@@ -15,6 +15,7 @@
 
 struct sqlite3;
 class PageLengths;
+class PrefixCounter;
 
 /// The one SQLite connection and the statements that run on it. Lives on `DatabaseManager`'s thread; only
 /// operations given to `DatabaseManager::perform` see it.
@@ -52,6 +53,11 @@ public:
     Result<QList<Row>> queryWithin(std::chrono::milliseconds limit, const QString &sql,
                                    const SqlValues &parameters = {});
 
+    /// Runs, like `queryWithin`, a statement that ranks the rows matching `expression`, which is its one
+    /// parameter: prefixes are ranked sooner than by a plain query.
+    Result<QList<Row>> queryRanked(std::chrono::milliseconds limit, const QString &sql,
+                                   const QString &expression);
+
     /// Adds full-text rows. Opens no transaction of its own.
     Result<void> insertChunks(const QString &paperId, const QList<Chunk> &chunks);
     /// Replaces the paper's tags; the first failure stops it and leaves what was written. A tag is stored
@@ -87,8 +93,10 @@ private:
     QString m_path;
     std::chrono::milliseconds m_busyTimeout;
     std::unique_ptr<sqlite3, Closer> m_connection;
-    std::unique_ptr<PageLengths> m_pageLengths; ///< after the connection, which it must not outlive
-    QString m_openFailure;                      ///< SQLite's message; empty when there is a connection
+    // After the connection, which they must not outlive.
+    std::unique_ptr<PageLengths> m_pageLengths;
+    std::unique_ptr<PrefixCounter> m_prefixCounter;
+    QString m_openFailure; ///< SQLite's message; empty when there is a connection
     StartUp m_startUp = StartUp::Complete;
 };
 

@@ -1,6 +1,7 @@
 #include "store/RankFunction.h"
 
 #include "store/PageLengths.h"
+#include "store/PrefixCounter.h"
 
 #include <cmath>
 #include <memory>
@@ -15,6 +16,12 @@ constexpr double kLengthShare = 0.75;
 /// What a phrase weighs that stands on more than half of the pages; its logarithm would be negative.
 constexpr double kLeastWeight = 1e-6;
 
+/// What the function knows that the table would take long to answer.
+struct Sources {
+    PageLengths &lengths;
+    PrefixCounter &prefixes;
+};
+
 /// Where a call comes from and how it answers.
 struct Call {
     const Fts5ExtensionApi *api;
@@ -23,7 +30,8 @@ struct Call {
     int valueCount;
     sqlite3_value **values;
 
-    PageLengths &lengths() const { return *static_cast<PageLengths *>(api->xUserData(hit)); }
+    const Sources &sources() const { return *static_cast<Sources *>(api->xUserData(hit)); }
+    PageLengths &lengths() const { return sources().lengths; }
     double columnWeight(int column) const
     {
         return column < valueCount ? sqlite3_value_double(values[column]) : 1.0;
@@ -39,10 +47,23 @@ struct Ranking {
     qint64 sureHits = 0; ///< at least this many rows match
 };
 
-int countHit(const Fts5ExtensionApi *, Fts5Context *, void *count)
+/// Hits of a phrase, up to as many as make its weight the least.
+struct HitCount {
+    qint64 hits = 0;
+    qint64 enough;
+
+    static int add(const Fts5ExtensionApi *, Fts5Context *, void *self)
+    {
+        auto &count = *static_cast<HitCount *>(self);
+        return ++count.hits < count.enough ? SQLITE_OK : SQLITE_DONE;
+    }
+};
+
+int countHits(const Call &call, int phrase, HitCount &count)
 {
-    ++*static_cast<sqlite3_int64 *>(count);
-    return SQLITE_OK;
+    const auto known = call.sources().prefixes.count(call.api, call.hit, phrase, count.enough);
+    count.hits = known.value_or(0);
+    return known ? SQLITE_OK : call.api->xQueryPhrase(call.hit, phrase, &count, HitCount::add);
 }
 
 int readStatistics(const Call &call, Ranking &ranking)
@@ -56,12 +77,12 @@ int readStatistics(const Call &call, Ranking &ranking)
     ranking.averageLength = static_cast<double>(words) / static_cast<double>(rows);
     const int phrases = call.api->xPhraseCount(call.hit);
     for (int phrase = 0; phrase < phrases && code == SQLITE_OK; ++phrase) {
-        sqlite3_int64 hits = 0;
-        code = call.api->xQueryPhrase(call.hit, phrase, &hits, countHit);
-        const double weight =
-            std::log((static_cast<double>(rows - hits) + 0.5) / (static_cast<double>(hits) + 0.5));
+        HitCount count{.enough = (rows + 1) / 2}; // from there on the logarithm is not positive
+        code = countHits(call, phrase, count);
+        const double weight = std::log((static_cast<double>(rows - count.hits) + 0.5) /
+                                       (static_cast<double>(count.hits) + 0.5));
         ranking.weights.push_back(weight <= 0.0 ? kLeastWeight : weight);
-        ranking.sureHits = phrases == 1 ? hits : 0;
+        ranking.sureHits = phrases == 1 ? count.hits : 0;
     }
     ranking.occurrences.resize(ranking.weights.size());
     return code;
@@ -133,6 +154,11 @@ double score(const Ranking &ranking, int pageLength)
     return -1.0 * sum;
 }
 
+void deleteSources(void *sources)
+{
+    delete static_cast<Sources *>(sources);
+}
+
 void rank(const Fts5ExtensionApi *api, Fts5Context *hit, sqlite3_context *result, int valueCount,
           sqlite3_value **values)
 {
@@ -163,8 +189,10 @@ fts5_api *fullTextInterface(sqlite3 *connection)
 }
 } // namespace
 
-bool registerRankFunction(sqlite3 *connection, PageLengths &lengths, const char *name)
+bool registerRankFunction(sqlite3 *connection, PageLengths &lengths, PrefixCounter &prefixes,
+                          const char *name)
 {
     fts5_api *api = fullTextInterface(connection);
-    return api && api->iVersion >= 2 && api->xCreateFunction(api, name, &lengths, rank, nullptr) == SQLITE_OK;
+    return api && api->iVersion >= 2 && prefixes.registerWith(api) &&
+           api->xCreateFunction(api, name, new Sources{lengths, prefixes}, rank, deleteSources) == SQLITE_OK;
 }

@@ -38,6 +38,7 @@ TEST(DatabaseFailure, NamesAFileThatCannotBeOpened)
     EXPECT_TRUE(error.reason.contains(path));
     EXPECT_EQ(database.query(QStringLiteral("SELECT 1")).error(), error);
     EXPECT_EQ(database.queryWithin(1s, QStringLiteral("SELECT 1")).error(), error);
+    EXPECT_EQ(database.queryRanked(1s, QStringLiteral("SELECT 1"), QStringLiteral("a*")).error(), error);
     EXPECT_EQ(failureOf(database.insertChunks(QStringLiteral("a"), {{}})), error);
     EXPECT_EQ(failureOf(database.replaceTags(QStringLiteral("a"), {})), error);
     EXPECT_EQ(failureOf(database.renameTag(QStringLiteral("a"), QStringLiteral("b"))), error);

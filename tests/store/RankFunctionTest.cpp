@@ -10,6 +10,8 @@
 
 namespace
 {
+using namespace std::chrono_literals;
+
 class RankFunction : public ::testing::Test
 {
 protected:
@@ -205,11 +207,13 @@ TEST(RankedDatabase, RanksAsAPlainConnectionDoes)
     }
     RawDatabase plain(path);
     for (int i = 0; i < 60; ++i) {
-        const QByteArray sql =
-            "SELECT rowid || format(': %!.17g', bm25(fts_papers)) AS score FROM fts_papers "
-            "WHERE fts_papers MATCH '" +
-            text.expression() + "' ORDER BY bm25(fts_papers) LIMIT 50";
-        const auto rows = database.query(QString::fromUtf8(sql));
+        const QByteArray expression = text.expression();
+        const QByteArray select = "SELECT rowid || format(': %!.17g', bm25(fts_papers)) AS score FROM "
+                                  "fts_papers WHERE fts_papers MATCH ";
+        const QByteArray order = " ORDER BY bm25(fts_papers) LIMIT 50";
+        const QByteArray sql = select + '\'' + expression + '\'' + order;
+        const auto rows = database.queryRanked(1min, QString::fromUtf8(select + '?' + order),
+                                               QString::fromUtf8(expression));
         ASSERT_TRUE(rows);
         QStringList own;
         for (const Row &row : *rows)
@@ -219,4 +223,20 @@ TEST(RankedDatabase, RanksAsAPlainConnectionDoes)
             database.doIdleWork();
     }
     EXPECT_FALSE(database.hasIdleWork());
+}
+
+TEST(RankedDatabase, EndsASearchThatExceedsItsTime)
+{
+    TemporaryFolder folder;
+    Database database(folder.path(QStringLiteral("library.db")));
+    const QList<Chunk> pages(500, Chunk{.text = "transform transport", .pageNum = 1, .index = 0});
+    ASSERT_TRUE(database.insertChunks(QStringLiteral("p"), pages));
+    const auto sql =
+        QStringLiteral("SELECT bm25(fts_papers) AS score FROM fts_papers WHERE fts_papers MATCH ?");
+    const auto ended = database.queryRanked(0ms, sql, QStringLiteral("trans*"));
+    ASSERT_FALSE(ended);
+    EXPECT_EQ(ended.error().description, u"interrupted");
+    const auto rows = database.queryRanked(24h, sql, QStringLiteral("trans*"));
+    ASSERT_TRUE(rows);
+    EXPECT_EQ(rows->size(), 500);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "store/PageLengths.h"
+#include "store/PrefixCounter.h"
 #include "store/RankFunction.h"
 #include "support/TemporaryFolder.h"
 
@@ -81,11 +82,13 @@ public:
         run("CREATE VIRTUAL TABLE fts_papers USING fts5(paper_id UNINDEXED, page_num UNINDEXED, content, "
             "tokenize='unicode61')");
         lengths = std::make_unique<PageLengths>(connection);
-        EXPECT_TRUE(registerRankFunction(connection, *lengths, "own_rank"));
+        prefixes = std::make_unique<PrefixCounter>(connection);
+        EXPECT_TRUE(registerRankFunction(connection, *lengths, *prefixes, "own_rank"));
     }
     ~RankedLibrary()
     {
         lengths.reset();
+        prefixes.reset();
         EXPECT_EQ(sqlite3_close(connection), SQLITE_OK);
     }
     RankedLibrary(const RankedLibrary &) = delete;
@@ -120,6 +123,7 @@ public:
     /// Compares the two rankings bit by bit on every row that matches; answers how many do.
     int expectSameScores(const QByteArray &expression, const QByteArray &weights = {})
     {
+        prefixes->expand(QString::fromUtf8(expression));
         const QByteArray sql = "SELECT rowid, bm25(fts_papers" + weights + "), own_rank(fts_papers" +
                                weights + ") FROM fts_papers WHERE fts_papers MATCH ?";
         sqlite3_stmt *rows = nullptr;
@@ -134,10 +138,12 @@ public:
                 << " for " << stock;
         }
         EXPECT_EQ(sqlite3_finalize(rows), SQLITE_OK) << expression.constData();
+        prefixes->forget();
         return count;
     }
 
     TemporaryFolder folder;
     sqlite3 *connection = nullptr;
     std::unique_ptr<PageLengths> lengths;
+    std::unique_ptr<PrefixCounter> prefixes;
 };
