@@ -49,6 +49,13 @@ void Stage::fillLibrary()
     Camera::settle(1500);
 }
 
+Paper Stage::addPaper(const QString &path)
+{
+    m_services.importFlow().run({path}, {}, [](const ImportProgress &) {});
+    const Result<std::optional<Paper>> paper = m_services.library().paperByFilepath(path).result();
+    return paper ? paper->value_or(Paper()) : Paper();
+}
+
 void Stage::addDetails()
 {
     NativeLibraryService &library = m_services.library();

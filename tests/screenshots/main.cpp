@@ -1,6 +1,8 @@
-// quirevault-screenshots FOLDER [SCALE]: writes a picture of every state of the library window into FOLDER,
-// on the offscreen platform; at a scale other than 1, of the main ones.
+// quirevault-screenshots FOLDER [SCALE]: writes a picture of every state of the library window and of reader
+// windows into FOLDER, on the offscreen platform; at a scale other than 1, of the main ones.
 #include "screenshots/Camera.h"
+#include "screenshots/DarkPalette.h"
+#include "screenshots/ReaderScenes.h"
 #include "screenshots/Stage.h"
 #include "ui/AboutPanel.h"
 #include "ui/PaperDetailPanel.h"
@@ -22,17 +24,6 @@ namespace
 {
 
 const auto kPaper = QStringLiteral("Passages before Papers: Ranking Evidence");
-
-QPalette darkPalette()
-{
-    QPalette palette(QColor(0x2b, 0x2d, 0x31), QColor(0x1f, 0x20, 0x24));
-    palette.setColor(QPalette::Base, QColor(0x18, 0x19, 0x1c));
-    palette.setColor(QPalette::AlternateBase, QColor(0x1d, 0x1e, 0x22));
-    palette.setColor(QPalette::Highlight, QColor(0x3d, 0x8b, 0xd9));
-    palette.setColor(QPalette::HighlightedText, Qt::white);
-    palette.setColor(QPalette::Link, QColor(0x7a, 0xb8, 0xf5));
-    return palette;
-}
 
 /// Goes through the states of one window.
 class Session
@@ -160,6 +151,8 @@ public:
         QApplication::setPalette(light);
     }
 
+    Stage &stage() { return m_stage; }
+
 private:
     LibraryViewModel &vm() { return m_stage.vm(); }
     void take(const char *name) { m_camera.take(&m_stage.window(), QLatin1String(name)); }
@@ -230,6 +223,7 @@ int main(int argc, char **argv)
     qputenv("XDG_CONFIG_HOME", home.filePath(QStringLiteral("config")).toLocal8Bit());
     qputenv("QUIREVAULT_OPENLIBRARY_URL", "");
     QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false); // or nothing would be waited for after that
 
     const bool isWhole = scale == "1";
     Camera camera(QString::fromLocal8Bit(argv[1]),
@@ -239,9 +233,13 @@ int main(int argc, char **argv)
     session.takeMainStates();
     session.takeMenus();
     session.takeDark();
-    if (!isWhole)
-        return 0;
-    session.takeImport();
-    session.takeAlerts();
+    if (isWhole) {
+        session.takeImport();
+        session.takeAlerts();
+    }
+    ReaderScenes scenes(session.stage(), camera);
+    scenes.takeReading();
+    if (isWhole)
+        scenes.takeRest();
     return 0;
 }
