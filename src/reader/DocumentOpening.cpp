@@ -86,6 +86,12 @@ QCoro::Task<> DocumentOpening::open()
     take(opened);
 }
 
+void DocumentOpening::takeIfOpen()
+{
+    if (state.value().stage == Stage::Opening && m_document->isOpen())
+        state = State{Stage::Open, {}};
+}
+
 void DocumentOpening::take(const Result<void> &opened)
 {
     if (opened)

@@ -48,6 +48,8 @@ public:
     /// To be called first, and again to try again. A paper whose file has moved with the library's knowledge
     /// is found.
     QCoro::Task<> open();
+    /// Takes a document that is open already, without waiting for the event that tells of it.
+    void takeIfOpen();
     QCoro::Task<> unlock(QString password);
     /// A person says where the missing file is. For a paper that must be the same document, down to the last
     /// byte; the library then knows its new path.

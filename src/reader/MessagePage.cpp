@@ -1,5 +1,7 @@
 #include "reader/MessagePage.h"
 
+#include "platform/Paths.h"
+
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -66,12 +68,12 @@ void MessagePage::setHeading(const QString &heading)
     setAccessibleName(heading);
 }
 
-void MessagePage::setText(const QString &text)
+void MessagePage::setPath(const QString &path)
 {
     // A path has no blanks to break lines at.
-    QString breakable = text;
+    QString breakable = pathForPeople(path);
     m_text->setText(breakable.replace(u'/', QStringLiteral("/\u200b")));
-    m_text->setToolTip(Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal));
+    m_text->setToolTip(Qt::convertFromPlainText(path, Qt::WhiteSpaceNormal));
 }
 
 void MessagePage::setProblem(const QString &problem)

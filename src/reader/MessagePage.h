@@ -18,8 +18,8 @@ public:
     explicit MessagePage(ReaderSymbol symbol, QWidget *parent = nullptr);
 
     void setHeading(const QString &heading);
-    /// Plain text, which can be selected.
-    void setText(const QString &text);
+    /// The file that it is about.
+    void setPath(const QString &path);
     /// What came of the last attempt; empty for nothing.
     void setProblem(const QString &problem);
     QPushButton *addButton(const QString &name, const QString &text);

@@ -69,6 +69,7 @@ void PDFKitView::paintEvent(QPaintEvent *)
 {
     if (devicePixelRatioF() != m_fetchedPixelRatio) // the window came to another screen
         fetch();
+    m_stock.takePictures();
     QPainter painter(viewport());
     PagePainter pages(painter, m_viewpoint, m_stock, devicePixelRatioF());
     const PageColors colors = PageColors::from(palette(), m_isDark);

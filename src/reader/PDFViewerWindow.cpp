@@ -31,6 +31,7 @@ PDFViewerWindow::PDFViewerWindow(const PDFOpenRequest &request, ReaderServices s
     m_controller->setRequest(m_request);
     m_view->setFocus();
     // Both may have had their answer already.
+    m_opening->takeIfOpen();
     moveTo(m_opening->path);
     showState();
     findPaper();

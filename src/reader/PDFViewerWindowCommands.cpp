@@ -57,7 +57,7 @@ void PDFViewerWindow::showFailure(const QString &problem)
         m_failurePage->setFocusProxy(tryAgain);
         m_pages->addWidget(m_failurePage);
     }
-    m_failurePage->setText(m_opening->path);
+    m_failurePage->setPath(m_opening->path);
     m_failurePage->setProblem(problem);
     showOnly(m_failurePage);
 }
@@ -75,7 +75,7 @@ void PDFViewerWindow::showMissing(const QString &problem)
         m_missingPage->setFocusProxy(locate);
         m_pages->addWidget(m_missingPage);
     }
-    m_missingPage->setText(m_opening->path);
+    m_missingPage->setPath(m_opening->path);
     m_missingPage->setProblem(problem);
     showOnly(m_missingPage);
 }
@@ -88,7 +88,7 @@ void PDFViewerWindow::showPassword(const QString &problem)
         connect(m_passwordPage, &PasswordPage::cancelled, this, &QWidget::close);
         m_pages->addWidget(m_passwordPage);
     }
-    m_passwordPage->setText(m_opening->path);
+    m_passwordPage->setPath(m_opening->path);
     showOnly(m_passwordPage);
     m_passwordPage->ask(problem);
 }

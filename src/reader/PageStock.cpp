@@ -38,6 +38,12 @@ void PageStock::fetch(const Need &need)
         planReading({need.viewpoint, need.pixelRatio, need.isDark, need.selected, m_cache, m_contents}));
 }
 
+void PageStock::takePictures()
+{
+    if (m_source)
+        m_source->handOverPictures();
+}
+
 bool PageStock::hasFailed(const PageTile &tile) const
 {
     return m_scheduler && m_scheduler->hasFailed({PageJob::Kind::Picture, tile.page, tile});

@@ -28,6 +28,8 @@ public:
     };
     /// Fetches what is missing, and stops what is fetched in vain.
     void fetch(const Need &need);
+    /// Takes pictures that have come while the main thread did something else. To be called before painting.
+    void takePictures();
 
     PageCache &cache() { return m_cache; }
     const PageCache &cache() const { return m_cache; }

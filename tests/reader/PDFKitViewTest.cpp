@@ -64,13 +64,16 @@ TEST_F(PDFKitViewTest, AsksForSizesThenForThePicture)
     EXPECT_EQ(pages.wanted(Kind::Picture).front().tile, (PageTile{0, {1, 0, false}, QRect(0, 0, 600, 800)}));
 }
 
-TEST_F(PDFKitViewTest, AsksNothingBeforeItIsOnTheScreen)
+TEST_F(PDFKitViewTest, AsksForSizesAloneBeforeItIsOnTheScreen)
 {
     view.hide();
     view.setPages(pages.source());
+    ASSERT_EQ(pages.questions.size(), 1U);
+    EXPECT_EQ(pages.wanted(Kind::Sizes).size(), 1U);
+    pages.answerNext();
     EXPECT_TRUE(pages.questions.empty());
     view.show();
-    EXPECT_FALSE(pages.questions.empty());
+    EXPECT_FALSE(pages.wanted(Kind::Picture).empty());
 }
 
 TEST_F(PDFKitViewTest, StopsWhatIsNoLongerVisible)

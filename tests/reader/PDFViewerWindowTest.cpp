@@ -176,6 +176,23 @@ TEST_F(PDFViewerWindowTest, ShowsThePagesOwnLabelBesideItsNumber)
     EXPECT_EQ(find<QLabel>("pageCount")->text(), u"(v) of 2");
 }
 
+TEST_F(PDFViewerWindowTest, KeepsTheToolBarInPlaceWhilePagesWithLongerLabelsGoBy)
+{
+    const QString path = library.folder.write(
+        QStringLiteral("labels.pdf"), PdfBuilder()
+                                          .page({QStringLiteral("a")})
+                                          .page({QStringLiteral("b")})
+                                          .catalogue("/PageLabels << /Nums [0 << /S /D >> 1 << /S /D /P "
+                                                     "(Appendix B-) >>] >>")
+                                          .build());
+    openAndArrive(requestFor(path));
+    awaitThat(reader().pageLabels, [this] { return !reader().pageLabels.value().isEmpty(); });
+    const int before = find<QWidget>("pageField")->sizeHint().width();
+    typePage(QStringLiteral("2"));
+    EXPECT_EQ(find<QLabel>("pageCount")->text(), u"(Appendix B-1) of 2");
+    EXPECT_EQ(find<QWidget>("pageField")->sizeHint().width(), before);
+}
+
 TEST_F(PDFViewerWindowTest, GoesWhereAnOutlineItemLeads)
 {
     const QByteArray third = PdfBuilder::pageReference(2);
