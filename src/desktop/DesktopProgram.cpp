@@ -17,6 +17,8 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <fontconfig/fontconfig.h>
+#include <thread>
 #include <unistd.h>
 #include <utility>
 
@@ -37,6 +39,9 @@ void explainMissingDisplay(QtMsgType type, const QMessageLogContext &, const QSt
 
 std::unique_ptr<QApplication> makeApplication(int &argc, char **argv)
 {
+    // What tells of the installed fonts is read before the first text is shown, and takes as long as it takes
+    // to connect to the display.
+    const std::jthread fonts([] { FcInit(); });
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Quirevault"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.quirevault.Quirevault"));
     const QtMessageHandler before = qInstallMessageHandler(explainMissingDisplay);
