@@ -103,6 +103,7 @@ LibraryViewModel::LoadedPapers LibraryViewModel::readPapers(const SidebarItem &i
 {
     LoadedPapers loaded;
     loaded.papers = papersOf(item);
+    loaded.isWholeLibrary = item.kind == SidebarItem::Kind::All;
     loaded.isNews = loaded.papers && *loaded.papers != shown;
     if (selected) {
         loaded.selectedId = selected->id;
@@ -134,7 +135,9 @@ void LibraryViewModel::take(const LoadedPapers &loaded)
     }
     if (loaded.isNews)
         replacePapers(*loaded.papers);
-    m_workers.start([&publisher = m_with.publisher, list = *loaded.papers] { publisher.publish(list); });
+    m_workers.start([&publisher = m_with.publisher, list = *loaded.papers, isAll = loaded.isWholeLibrary] {
+        isAll ? publisher.publishLibrary(list) : publisher.publish(list);
+    });
 }
 
 /// Shows a list that is known to differ from the one shown.

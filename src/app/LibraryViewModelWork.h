@@ -9,6 +9,7 @@
 /// What a worker read for `loadPapers`.
 struct LibraryViewModel::LoadedPapers {
     Result<QList<Paper>> papers;
+    bool isWholeLibrary = false;
     bool isNews = false; ///< whether the papers differ from those that were shown when the load began
     QString selectedId;  ///< of the paper that was selected then
     Result<std::optional<Paper>> selected;

@@ -16,6 +16,7 @@ class SystemSearchPublisher;
 struct ServiceLocations {
     QString libraryDatabase;
     QString covers;
+    QString systemSearch = {}; ///< the index for the desktop's search; none when empty
 
     /// The library of the user who runs the program.
     static ServiceLocations ofTheUser();

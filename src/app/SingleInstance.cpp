@@ -1,29 +1,18 @@
 #include "app/SingleInstance.h"
 
 #include "app/OpenRequestArguments.h"
-#include "platform/Paths.h"
-#include "platform/Sha256.h"
+#include "platform/ApplicationInterface.h"
 
 #include <QDBusConnectionInterface>
-#include <QDir>
-#include <QFile>
 #include <utility>
 
 namespace
 {
 
-const auto kName = QStringLiteral("org.quirevault.Quirevault");
-const auto kObjectPath = QStringLiteral("/org/quirevault/Quirevault");
-const auto kInterface = QStringLiteral("org.freedesktop.Application");
-
-/// The action that opens a reader window; its parameter is the request as JSON.
-const auto kOpenRequestAction = QStringLiteral("open-request");
-
 constexpr char kWaylandVariable[] = "XDG_ACTIVATION_TOKEN";
 constexpr char kX11Variable[] = "DESKTOP_STARTUP_ID";
-// The keys of platform data.
-const auto kWaylandKey = QStringLiteral("activation-token");
-const auto kX11Key = QStringLiteral("desktop-startup-id");
+const auto kWaylandKey = QString::fromLatin1(kActivationTokenKey);
+const auto kX11Key = QString::fromLatin1(kStartupIdKey);
 
 /// Chosen: longer than a start with a large library may take, shorter than a person's patience.
 constexpr int kAnswerTimeoutMs = 10'000;
@@ -68,11 +57,7 @@ void ActivationToken::use() const
 
 QString SingleInstance::nameFor(const QString &dataFolder)
 {
-    const QString folder = QDir::cleanPath(dataFolder);
-    if (folder == QDir::cleanPath(defaultDataFolder()))
-        return kName;
-    constexpr int kHashDigits = 16;
-    return kName + u".Library_" + sha256Hex(QFile::encodeName(folder)).left(kHashDigits);
+    return applicationBusName(dataFolder);
 }
 
 SingleInstance::SingleInstance(const QDBusConnection &bus, const QString &name)
@@ -98,7 +83,7 @@ SingleInstance::Start SingleInstance::start(const ActivationToken &token,
     if (!m_bus.isConnected())
         return Start::First;
     // The object before the name: whoever finds the name may call at once.
-    m_bus.registerObject(kObjectPath, this, QDBusConnection::ExportScriptableSlots);
+    m_bus.registerObject(QLatin1String(kApplicationObjectPath), this, QDBusConnection::ExportScriptableSlots);
     constexpr int kAttempts = 3; // the other program may end before it answers
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         m_hasName = m_bus.registerService(m_name);
@@ -122,7 +107,7 @@ QDBusMessage SingleInstance::handOver(const ActivationToken &token, const QList<
     for (const PDFOpenRequest &request : requests) {
         const QVariantList parameter{QString::fromUtf8(toBytes(request))};
         answer = call(QStringLiteral("ActivateAction"),
-                      {kOpenRequestAction, QVariant::fromValue(parameter), platformData});
+                      {QLatin1String(kOpenRequestAction), QVariant::fromValue(parameter), platformData});
         if (answer.type() != QDBusMessage::ReplyMessage)
             break;
     }
@@ -131,7 +116,8 @@ QDBusMessage SingleInstance::handOver(const ActivationToken &token, const QList<
 
 QDBusMessage SingleInstance::call(const QString &method, const QVariantList &arguments)
 {
-    QDBusMessage message = QDBusMessage::createMethodCall(m_name, kObjectPath, kInterface, method);
+    QDBusMessage message = QDBusMessage::createMethodCall(m_name, QLatin1String(kApplicationObjectPath),
+                                                          QLatin1String(kApplicationInterface), method);
     message.setArguments(arguments);
     return m_bus.call(message, QDBus::Block, kAnswerTimeoutMs);
 }

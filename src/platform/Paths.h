@@ -8,6 +8,9 @@ QString dataFolder();
 QString libraryDatabasePath();
 QString coversFolder();
 QString sessionFilePath();
+/// The papers as the desktop's search is told of them; it can be thrown away. It lies with the library it was
+/// made from and not among the caches, where those of two libraries would meet and which people clear.
+QString systemSearchPath();
 
 /// Where the library lies when nothing in the environment says otherwise.
 QString defaultDataFolder();
