@@ -4,7 +4,9 @@
 #include "app/SessionManager.h"
 
 #include <QCoreApplication>
+#include <QPointer>
 #include <QSet>
+#include <qcorofuture.h>
 #include <utility>
 
 QuirevaultApp::QuirevaultApp(Collaborators collaborators)
@@ -26,11 +28,16 @@ QuirevaultApp::QuirevaultApp(Collaborators collaborators)
 
 void QuirevaultApp::start(const QList<PDFOpenRequest> &requests)
 {
-    m_appDelegate.applicationDidFinishLaunching();
+    startWithoutWindow();
     if (requests.isEmpty())
         return openLibraryWindow();
     for (const PDFOpenRequest &request : requests)
         openReaderWindow(request);
+}
+
+void QuirevaultApp::startWithoutWindow()
+{
+    m_appDelegate.applicationDidFinishLaunching();
 }
 
 void QuirevaultApp::openLibraryWindow()
@@ -87,6 +94,30 @@ void QuirevaultApp::openFiles(const QList<QUrl> &files)
         if (file.isLocalFile())
             openReaderWindow({.id = QUuid::createUuid(), .url = file});
     }
+}
+
+QCoro::Task<> QuirevaultApp::openPaper(QString paperId)
+{
+    const QPointer self(this);
+    const QFuture<Result<std::optional<Paper>>> finding = m_with.findPaper(paperId);
+    const Result<std::optional<Paper>> paper = co_await finding;
+    if (!self)
+        co_return;
+    if (paper && *paper) {
+        openReaderWindow({.id = QUuid::createUuid(),
+                          .url = QUrl::fromLocalFile((*paper)->filepath),
+                          .paperId = (*paper)->id});
+        co_return;
+    }
+    openLibraryWindow();
+    m_with.showProblem(paper ? QStringLiteral("This paper is no longer in the library.")
+                             : paper.error().message());
+}
+
+void QuirevaultApp::search(const QString &text)
+{
+    openLibraryWindow();
+    m_with.searchLibrary(text);
 }
 
 void QuirevaultApp::reopen()

@@ -17,6 +17,9 @@ const auto kX11Key = QString::fromLatin1(kStartupIdKey);
 /// Chosen: longer than a start with a large library may take, shorter than a person's patience.
 constexpr int kAnswerTimeoutMs = 10'000;
 
+/// Of a text from another program, in UTF-16 units. Chosen: longer than anything a person searches for.
+constexpr qsizetype kLongestText = 1000;
+
 QString takeVariable(const char *name)
 {
     const QString value = qEnvironmentVariable(name);
@@ -75,6 +78,13 @@ void SingleInstance::giveNameBack()
 {
     if (std::exchange(m_hasName, false))
         m_bus.unregisterService(m_name);
+    if (std::exchange(m_hasApplicationName, false))
+        m_bus.unregisterService(QLatin1String(kApplicationId));
+}
+
+void SingleInstance::registerObject()
+{
+    m_bus.registerObject(QLatin1String(kApplicationObjectPath), this, QDBusConnection::ExportScriptableSlots);
 }
 
 SingleInstance::Start SingleInstance::start(const ActivationToken &token,
@@ -82,8 +92,7 @@ SingleInstance::Start SingleInstance::start(const ActivationToken &token,
 {
     if (!m_bus.isConnected())
         return Start::First;
-    // The object before the name: whoever finds the name may call at once.
-    m_bus.registerObject(QLatin1String(kApplicationObjectPath), this, QDBusConnection::ExportScriptableSlots);
+    registerObject();            // before the name: whoever finds the name may call at once
     constexpr int kAttempts = 3; // the other program may end before it answers
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         m_hasName = m_bus.registerService(m_name);
@@ -96,6 +105,20 @@ SingleInstance::Start SingleInstance::start(const ActivationToken &token,
             return Start::NoAnswer;
     }
     return Start::NoAnswer;
+}
+
+SingleInstance::Start SingleInstance::startService()
+{
+    const bool isUsualLibrary = m_name == QLatin1String(kApplicationId);
+    if (isUsualLibrary && m_bus.isConnected()) {
+        registerObject();
+        m_hasName = m_bus.registerService(m_name);
+        return m_hasName ? Start::First : Start::HandedOver;
+    }
+    const Start outcome = start({});
+    if (outcome == Start::First && m_bus.isConnected())
+        m_hasApplicationName = m_bus.registerService(QLatin1String(kApplicationId));
+    return outcome;
 }
 
 QDBusMessage SingleInstance::handOver(const ActivationToken &token, const QList<PDFOpenRequest> &requests)
@@ -143,17 +166,28 @@ void SingleInstance::ActivateAction(const QString &name, const QVariantList &par
                                     const QVariantMap &platformData)
 {
     tokenIn(platformData).use();
-    if (name == kOpenRequestAction)
-        return openReader(parameter);
-    if (!m_handlers.runCommand(name)) {
-        sendErrorReply(QDBusError::InvalidArgs,
-                       QStringLiteral("Quirevault has no command named '%1'").arg(name));
-    }
+    if (runTextAction(name, parameter.value(0).toString()) || m_handlers.runCommand(name))
+        return;
+    sendErrorReply(QDBusError::InvalidArgs, QStringLiteral("Quirevault has no command named '%1'").arg(name));
 }
 
-void SingleInstance::openReader(const QVariantList &parameter)
+/// False when there is no such action.
+bool SingleInstance::runTextAction(const QString &name, const QString &text)
 {
-    const Result<PDFOpenRequest> request = openRequestFromBytes(parameter.value(0).toString().toUtf8());
+    if (name == QLatin1String(kOpenRequestAction))
+        openReader(text);
+    else if (name == QLatin1String(kOpenPaperAction) && m_handlers.openPaper)
+        m_handlers.openPaper(text.left(kLongestText));
+    else if (name == QLatin1String(kSearchAction) && m_handlers.search)
+        m_handlers.search(text.left(kLongestText));
+    else
+        return false;
+    return true;
+}
+
+void SingleInstance::openReader(const QString &json)
+{
+    const Result<PDFOpenRequest> request = openRequestFromBytes(json.toUtf8());
     if (request)
         m_handlers.openReader(*request);
     else

@@ -4,6 +4,7 @@
 #include "cli/Output.h"
 #include "cli/PaperLookup.h"
 #include "cli/PaperPrinting.h"
+#include "cli/PaperPublishing.h"
 #include "cli/RecordLists.h"
 #include "platform/Preferences.h"
 #include "search/PaperFilter.h"
@@ -75,6 +76,7 @@ ExitStatus runEdit(const EditRequest &request, const CommandContext &context)
     const Result<Paper> updated = context.services.library().updatePaper(paper->id, edit).result();
     if (!updated)
         return fail(updated.error(), context);
+    publishPapers({updated->id}, context);
     printOnePaper(*updated, context.output);
     return ExitStatus::Done;
 }

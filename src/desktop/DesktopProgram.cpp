@@ -6,11 +6,14 @@
 #include "app/RestoreGuard.h"
 #include "app/Services.h"
 #include "app/SessionManager.h"
+#include "base/Clock.h"
 #include "desktop/Windows.h"
+#include "platform/ApplicationInterface.h"
 #include "platform/Paths.h"
 #include "reader/ReaderServices.h"
 #include "search/NativeSearchService.h"
 #include "store/BookmarkEvents.h"
+#include "store/NativeLibraryService.h"
 #include "ui/AboutPanel.h"
 #include "ui/ContentView.h"
 #include "ui/CoverCache.h"
@@ -76,8 +79,7 @@ struct Parts {
                                             .showLibrary = [this] { app.openLibraryWindow(); },
                                             .searchInLibrary =
                                                 [this](const QString &text) {
-                                                    app.openLibraryWindow();
-                                                    vm.queryText = text;
+                                                    app.search(text);
                                                 }};
         return showReaderWindow(request, readerServices, sessions, [this] { return app.isQuitting(); });
     }
@@ -104,10 +106,33 @@ struct Parts {
          .makeReaderWindow = [this](const PDFOpenRequest &request) { return makeReaderWindow(request); },
          .askToReopen = askToReopen,
          .showAbout = [] { showAboutPanel(QApplication::activeWindow()); },
-         .showUpdateResult = showUpdateResult}};
+         .showUpdateResult = showUpdateResult,
+         .findPaper = [this](const QString &id) { return services.library().paperById(id); },
+         .searchLibrary = [this](const QString &text) { vm.queryText = text; },
+         .showProblem =
+             [this](const QString &message) {
+                 vm.errorMessage = message;
+             }}};
 };
 
-int runLibrary(SingleInstance &instance, const QList<PDFOpenRequest> &requests)
+bool hasWindow()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    return std::any_of(windows.begin(), windows.end(),
+                       [](const QWidget *window) { return window->isVisible(); });
+}
+
+/// Windows come when they are asked for over the bus; the program ends if none is.
+std::unique_ptr<PendingCall> startAsService(QuirevaultApp &app, const Clock &clock)
+{
+    app.startWithoutWindow();
+    return clock.callAfter(DesktopProgram::kServicePatience, [] {
+        if (!hasWindow())
+            QApplication::quit();
+    });
+}
+
+int runLibrary(SingleInstance &instance, const QList<PDFOpenRequest> &requests, bool isService)
 {
     Parts parts;
     QuirevaultApp &app = parts.app;
@@ -115,11 +140,17 @@ int runLibrary(SingleInstance &instance, const QList<PDFOpenRequest> &requests)
         {.activate = [&app] { app.reopen(); },
          .open = [&app](const QList<QUrl> &files) { app.openFiles(files); },
          .openReader = [&app](const PDFOpenRequest &request) { app.openReaderWindow(request); },
-         .runCommand =
-             [&app](const QString &name) {
-                 return app.runCommand(name);
+         .runCommand = [&app](const QString &name) { return app.runCommand(name); },
+         .openPaper = [&app](const QString &paperId) { app.openPaper(paperId); },
+         .search =
+             [&app](const QString &text) {
+                 app.search(text);
              }});
-    app.start(requests);
+    std::unique_ptr<PendingCall> ending;
+    if (isService)
+        ending = startAsService(app, parts.services.clock());
+    else
+        app.start(requests);
     const int status = QApplication::exec();
     // Before the services end, which may wait for jobs: nobody would answer meanwhile.
     instance.giveNameBack();
@@ -131,7 +162,10 @@ int runLibrary(SingleInstance &instance, const QList<PDFOpenRequest> &requests)
 DesktopProgram::DesktopProgram(int &argc, char **argv)
     : m_activationToken(ActivationToken::ofThisProcess())
     , m_application(makeApplication(argc, argv))
-    , m_requests(openRequestsFromArguments(QByteArrayList(argv + std::min(argc, 1), argv + argc)))
+    , m_isService(argc == 2 && qstrcmp(argv[1], kServiceOption) == 0)
+    , m_requests(m_isService
+                     ? QList<PDFOpenRequest>()
+                     : openRequestsFromArguments(QByteArrayList(argv + std::min(argc, 1), argv + argc)))
 {
 }
 
@@ -142,7 +176,7 @@ int DesktopProgram::run()
         return 2;
     }
     SingleInstance instance(QDBusConnection::sessionBus(), SingleInstance::nameFor(dataFolder()));
-    switch (instance.start(m_activationToken, *m_requests)) {
+    switch (m_isService ? instance.startService() : instance.start(m_activationToken, *m_requests)) {
     case SingleInstance::Start::HandedOver:
         return 0;
     case SingleInstance::Start::NoAnswer:
@@ -152,5 +186,5 @@ int DesktopProgram::run()
         break;
     }
     m_activationToken.use();
-    return runLibrary(instance, *m_requests);
+    return runLibrary(instance, *m_requests, m_isService);
 }

@@ -18,9 +18,9 @@ class ItemFile
 public:
     /// Raise it when the tables change: files of another number are thrown away.
     static constexpr int kVersion = 1;
-    /// How long a statement waits for another process that writes. Chosen: some times what a first
-    /// publication of 100,000 papers takes.
-    static constexpr std::chrono::milliseconds kBusyTimeout{30'000};
+    /// How long a statement waits for another process that writes. Chosen: longer than a first publication of
+    /// 100,000 papers takes, and no longer than the end of a command may wait for it.
+    static constexpr std::chrono::milliseconds kBusyTimeout{10'000};
     /// The same for a search, which must never wait long; with a write-ahead log readers do not wait.
     static constexpr std::chrono::milliseconds kReaderTimeout{100};
 
