@@ -3,8 +3,10 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QLockFile>
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace
 {
@@ -43,6 +45,31 @@ constexpr const char *kSchema[] = {
     "    INSERT INTO words (rowid, title, names, tags, year, description)\n"
     "    VALUES (new.number, new.title, new.names, new.tags, new.year, new.description);\n"
     "END",
+};
+
+/// Keeps other processes from making or throwing away the file meanwhile: a lock on its folder, since a lock
+/// on the file would go with the file. Held for moments, so there is no waiting with a limit. Where the
+/// folder cannot be locked two processes may meet, which costs a publication.
+class FolderLock
+{
+public:
+    explicit FolderLock(const QString &file)
+        : m_folder(
+              open(QFile::encodeName(QFileInfo(file).path()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+    {
+        if (m_folder >= 0)
+            flock(m_folder, LOCK_EX);
+    }
+    ~FolderLock()
+    {
+        if (m_folder >= 0)
+            close(m_folder);
+    }
+    FolderLock(const FolderLock &) = delete;
+    FolderLock &operator=(const FolderLock &) = delete;
+
+private:
+    int m_folder;
 };
 
 Error otherVersion(const QString &path)
@@ -96,8 +123,8 @@ bool ItemFile::discardIfDamaged(const Error &error)
 {
     if (!SideDatabase::isDamage(error))
         return false;
-    QLockFile lock(m_path + u".lock");
-    const bool isStillDamaged = lock.lock() && isCurrent();
+    const FolderLock lock(m_path);
+    const bool isStillDamaged = isCurrent();
     close();
     if (isStillDamaged)
         removeFiles();
@@ -140,10 +167,8 @@ Result<void> ItemFile::openOrMake()
     if (const Result<void> opened = open(kBusyTimeout); opened)
         return opened;
     QDir().mkpath(QFileInfo(m_path).absolutePath()); // a failure shows when the file is made
-    // One process makes the file; the others find it made. Without the lock (on a file system that has none)
-    // they may meet, which costs a publication.
-    QLockFile lock(m_path + u".lock");
-    static_cast<void>(lock.tryLock(kBusyTimeout.count()));
+    const FolderLock lock(m_path);
+    // Another process may have made it by now.
     const Result<void> opened = open(kBusyTimeout);
     const bool canBeMade =
         !opened && (SideDatabase::isDamage(opened.error()) || SideDatabase::isUnopenable(opened.error()) ||
