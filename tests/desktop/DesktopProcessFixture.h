@@ -17,6 +17,11 @@
 class DesktopProcessFixture : public testing::Test
 {
 protected:
+    /// `services` are what the bus starts, in an environment with the test's library.
+    explicit DesktopProcessFixture(const QList<BusService> &services = {})
+        : m_bus(services, DesktopProcess::environmentIn(m_home))
+    {
+    }
     ~DesktopProcessFixture() override { QDBusConnection::disconnectFromBus(m_connectionName); }
 
     /// Starts the program and waits until it has taken its name; its answers wait for its window.

@@ -9,3 +9,13 @@ QString pdfEngineProgram()
 {
     return QStringLiteral(QUIREVAULT_ENGINE_PROGRAM);
 }
+
+QString desktopProgram()
+{
+    return QStringLiteral(QUIREVAULT_DESKTOP_PROGRAM);
+}
+
+QString searchProviderProgram()
+{
+    return QStringLiteral(QUIREVAULT_SEARCH_PROVIDER);
+}
