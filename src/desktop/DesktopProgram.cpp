@@ -6,7 +6,7 @@
 #include "app/RestoreGuard.h"
 #include "app/Services.h"
 #include "app/SessionManager.h"
-#include "base/Clock.h"
+#include "desktop/ServiceStart.h"
 #include "desktop/Windows.h"
 #include "platform/ApplicationInterface.h"
 #include "platform/Paths.h"
@@ -122,16 +122,6 @@ bool hasWindow()
                        [](const QWidget *window) { return window->isVisible(); });
 }
 
-/// Windows come when they are asked for over the bus; the program ends if none is.
-std::unique_ptr<PendingCall> startAsService(QuirevaultApp &app, const Clock &clock)
-{
-    app.startWithoutWindow();
-    return clock.callAfter(DesktopProgram::kServicePatience, [] {
-        if (!hasWindow())
-            QApplication::quit();
-    });
-}
-
 int runLibrary(SingleInstance &instance, const QList<PDFOpenRequest> &requests, bool isService)
 {
     Parts parts;
@@ -147,10 +137,12 @@ int runLibrary(SingleInstance &instance, const QList<PDFOpenRequest> &requests, 
                  app.search(text);
              }});
     std::unique_ptr<PendingCall> ending;
-    if (isService)
-        ending = startAsService(app, parts.services.clock());
-    else
+    if (isService) {
+        app.startWithoutWindow();
+        ending = endUnlessAWindowComes(parts.services.clock(), hasWindow, [] { QApplication::quit(); });
+    } else {
         app.start(requests);
+    }
     const int status = QApplication::exec();
     // Before the services end, which may wait for jobs: nobody would answer meanwhile.
     instance.giveNameBack();

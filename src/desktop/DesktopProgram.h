@@ -5,7 +5,6 @@
 #include "reader/PDFOpenRequest.h"
 
 #include <QApplication>
-#include <chrono>
 #include <memory>
 
 /// The program `quirevault-desktop`: joins services, view model, application and windows, and runs them.
@@ -18,10 +17,6 @@ public:
     DesktopProgram(int &argc, char **argv);
 
     QApplication &application() { return *m_application; }
-
-    /// How long a program that the bus started waits for a window to be asked for. Chosen: the bus hands its
-    /// call over within moments, and a paper is found within seconds even while an import writes.
-    static constexpr std::chrono::milliseconds kServicePatience{15'000};
 
     /// Opens reader windows for the requests among the arguments, or else the library window, and runs until
     /// the last window is closed. When the program runs already, only asks that one for the same. Answers the
