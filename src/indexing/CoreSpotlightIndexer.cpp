@@ -37,7 +37,7 @@ SearchableItem itemOf(const Paper &paper, const std::optional<QDateTime> &create
         .contentType = QStringLiteral("application/pdf"),
         .title = paper.title,
         .authorNames = authorNames(paper.authors),
-        .contentDescription = u"Research paper by " + paper.authors,
+        .contentDescription = QLatin1String(kPaperDescription) + paper.authors,
         .keywords = paper.tags,
         .contentCreationDate = created,
     };

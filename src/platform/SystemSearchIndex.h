@@ -9,6 +9,9 @@
 #include <functional>
 #include <optional>
 
+/// What the description of every paper begins with, before its authors.
+inline constexpr char kPaperDescription[] = "Research paper by ";
+
 /// What the desktop's own search is told of one paper.
 struct SearchableItem {
     QString uniqueIdentifier;

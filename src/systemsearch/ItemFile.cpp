@@ -26,24 +26,25 @@ constexpr const char *kSchema[] = {
     "    created TEXT,\n"
     "    year TEXT NOT NULL\n"
     ")",
-    // No column sizes, because ranks do not come from word counts. Prefixes of three letters leave few enough
-    // words to merge while a search runs.
-    "CREATE VIRTUAL TABLE words USING fts5(title, names, tags, year, description,\n"
+    // Without the description, of which a search needs no index (see ItemSearch). No column sizes, because
+    // ranks do not come from word counts. Prefixes of three letters leave few enough words to merge while a
+    // search runs.
+    "CREATE VIRTUAL TABLE words USING fts5(title, names, tags, year,\n"
     "    content='items', content_rowid='number', columnsize=0, prefix='1 2 3',\n"
     "    tokenize='unicode61 remove_diacritics 2')",
     "CREATE TRIGGER item_added AFTER INSERT ON items BEGIN\n"
-    "    INSERT INTO words (rowid, title, names, tags, year, description)\n"
-    "    VALUES (new.number, new.title, new.names, new.tags, new.year, new.description);\n"
+    "    INSERT INTO words (rowid, title, names, tags, year)\n"
+    "    VALUES (new.number, new.title, new.names, new.tags, new.year);\n"
     "END",
     "CREATE TRIGGER item_removed AFTER DELETE ON items BEGIN\n"
-    "    INSERT INTO words (words, rowid, title, names, tags, year, description)\n"
-    "    VALUES ('delete', old.number, old.title, old.names, old.tags, old.year, old.description);\n"
+    "    INSERT INTO words (words, rowid, title, names, tags, year)\n"
+    "    VALUES ('delete', old.number, old.title, old.names, old.tags, old.year);\n"
     "END",
     "CREATE TRIGGER item_changed AFTER UPDATE ON items BEGIN\n"
-    "    INSERT INTO words (words, rowid, title, names, tags, year, description)\n"
-    "    VALUES ('delete', old.number, old.title, old.names, old.tags, old.year, old.description);\n"
-    "    INSERT INTO words (rowid, title, names, tags, year, description)\n"
-    "    VALUES (new.number, new.title, new.names, new.tags, new.year, new.description);\n"
+    "    INSERT INTO words (words, rowid, title, names, tags, year)\n"
+    "    VALUES ('delete', old.number, old.title, old.names, old.tags, old.year);\n"
+    "    INSERT INTO words (rowid, title, names, tags, year)\n"
+    "    VALUES (new.number, new.title, new.names, new.tags, new.year);\n"
     "END",
 };
 

@@ -1,6 +1,7 @@
 #include "systemsearch/ItemSearch.h"
 
 #include "base/Log.h"
+#include "platform/SystemSearchIndex.h"
 #include "systemsearch/SearchWords.h"
 
 #include <QSet>
@@ -19,17 +20,31 @@ QStringList quoted(const QStringList &words, QLatin1String suffix)
     return phrases;
 }
 
+/// Those of the words that say something of one paper and not of all. The description names the authors
+/// again; its other words every paper has.
+QStringList tellingWords(QStringList words)
+{
+    static const QStringList common = QString::fromLatin1(kPaperDescription).split(u' ', Qt::SkipEmptyParts);
+    words.removeIf([](const QString &word) {
+        return std::any_of(common.begin(), common.end(),
+                           [&](const QString &one) { return one.startsWith(word, Qt::CaseInsensitive); });
+    });
+    return words;
+}
+
 /// One query for each degree of match, the best first; what one finds the next ones find as well. None ranks
 /// its rows, so that it can end with the first few: of a common prefix there are 100,000.
 QStringList expressions(const QStringList &words)
 {
+    const QLatin1String prefix(" *");
     const QString whole = quoted(words, QLatin1String()).join(u" AND ");
-    const QStringList prefixes = quoted(words, QLatin1String(" *"));
-    const QString all = prefixes.join(u" AND ");
-    const QString any = prefixes.join(u" OR ");
-    return {QStringLiteral("{title} : (%1)").arg(whole), QStringLiteral("{title} : (%1)").arg(all),
-            QStringLiteral("{title names} : (%1)").arg(all),
-            QStringLiteral("(%1) AND ({title names tags year} : (%2))").arg(all, any)};
+    const QString begun = quoted(words, prefix).join(u" AND ");
+    QStringList expressions{QStringLiteral("{title} : (%1)").arg(whole),
+                            QStringLiteral("{title} : (%1)").arg(begun),
+                            QStringLiteral("{title names} : (%1)").arg(begun), begun};
+    if (const QStringList telling = tellingWords(words); !telling.isEmpty() && telling != words)
+        expressions.append(quoted(telling, prefix).join(u" AND "));
+    return expressions;
 }
 
 Result<void> appendFound(SideDatabase &database, const QString &expression, QList<qint64> &found)

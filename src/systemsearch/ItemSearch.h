@@ -27,8 +27,8 @@ public:
     /// The ids of papers in which every term is found, the best first. A term is found where a word begins
     /// with it, case and diacritics aside: papers come first that have all terms as whole words of their
     /// title, then those with all in their title, then in title and authors, then tags and year. Tags that
-    /// people do not see are not looked at, and what merely stands in the description, which says the same of
-    /// every paper, does not make a paper a match.
+    /// people do not see are not looked at. Terms that the description of every paper has ("paper by one")
+    /// may be missing elsewhere, but make no paper a match alone.
     QStringList find(const QStringList &terms);
 
     /// What is known of these papers, in the order asked for; those that are unknown are left out.

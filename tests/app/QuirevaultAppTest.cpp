@@ -69,9 +69,16 @@ protected:
                 .makeReaderWindow = [this](const PDFOpenRequest &request) { return makeReader(request); },
                 .askToReopen = [this](auto answer) { m_answer = answer; },
                 .showAbout = [this] { ++m_aboutShown; },
-                .showUpdateResult =
-                    [this](const QString &result) {
-                        m_updateResult = result;
+                .showUpdateResult = [this](const QString &result) { m_updateResult = result; },
+                .findPaper =
+                    [this](const QString &id) {
+                        m_lookedUp = id;
+                        return QtFuture::makeReadyFuture(m_found);
+                    },
+                .searchLibrary = [this](const QString &text) { m_searched = text; },
+                .showProblem =
+                    [this](const QString &message) {
+                        m_problem = message;
                     }});
         }
         return *m_app;
@@ -89,6 +96,10 @@ protected:
     QList<PDFOpenRequest> m_requests;
     int m_aboutShown = 0;
     QString m_updateResult;
+    QString m_lookedUp;
+    Result<std::optional<Paper>> m_found;
+    QString m_searched;
+    QString m_problem;
     std::unique_ptr<QuirevaultApp> m_app;
 };
 
@@ -96,6 +107,53 @@ TEST_F(QuirevaultAppTest, OpensTheLibraryWindowAtItsStart)
 {
     app().start();
     EXPECT_EQ(m_librariesMade, 1);
+}
+
+TEST_F(QuirevaultAppTest, MayStartWithoutAWindow)
+{
+    app().startWithoutWindow();
+    EXPECT_EQ(m_librariesMade, 0);
+    EXPECT_TRUE(m_requests.isEmpty());
+}
+
+TEST_F(QuirevaultAppTest, OpensAPaperByItsIdAlone)
+{
+    m_found = std::optional(Paper{.id = QStringLiteral("p"),
+                                  .title = {},
+                                  .authors = {},
+                                  .year = {},
+                                  .coverPath = {},
+                                  .filepath = QStringLiteral("/ä b.pdf"),
+                                  .tags = {}});
+    app().openPaper(QStringLiteral("p"));
+    EXPECT_EQ(m_lookedUp, QStringLiteral("p"));
+    ASSERT_EQ(m_requests.size(), 1);
+    EXPECT_EQ(m_requests[0].url, QUrl::fromLocalFile(QStringLiteral("/ä b.pdf")));
+    EXPECT_EQ(m_requests[0].paperId, QStringLiteral("p"));
+    EXPECT_EQ(m_librariesMade, 0);
+}
+
+TEST_F(QuirevaultAppTest, SaysInTheLibraryThatAPaperIsGone)
+{
+    app().openPaper(QStringLiteral("p"));
+    EXPECT_TRUE(m_requests.isEmpty());
+    EXPECT_EQ(m_librariesMade, 1);
+    EXPECT_EQ(m_problem, QStringLiteral("This paper is no longer in the library."));
+}
+
+TEST_F(QuirevaultAppTest, SaysInTheLibraryWhyAPaperCannotBeFound)
+{
+    m_found = Error{QStringLiteral("DatabaseManager"), 5, QStringLiteral("database is locked"), {}};
+    app().openPaper(QStringLiteral("p"));
+    EXPECT_EQ(m_librariesMade, 1);
+    EXPECT_EQ(m_problem, QStringLiteral("database is locked"));
+}
+
+TEST_F(QuirevaultAppTest, SearchesInTheLibraryWindow)
+{
+    app().search(QStringLiteral("author:one knots"));
+    EXPECT_EQ(m_librariesMade, 1);
+    EXPECT_EQ(m_searched, QStringLiteral("author:one knots"));
 }
 
 TEST_F(QuirevaultAppTest, BringsTheOneLibraryWindowForward)

@@ -92,7 +92,17 @@ TEST_F(ItemSearchTest, TakesWhatEveryDescriptionSaysForNoMatchButNotAgainstOne)
     put({item(QStringLiteral("a"), {.title = QStringLiteral("Knots"), .names = {QStringLiteral("One")}})});
     EXPECT_EQ(find(QStringLiteral("research")), QStringList());
     EXPECT_EQ(find(QStringLiteral("paper by")), QStringList());
-    EXPECT_EQ(find(QStringLiteral("paper by one")), QStringList(QStringLiteral("a")));
+    EXPECT_EQ(find(QStringLiteral("Paper by one")), QStringList(QStringLiteral("a")));
+    EXPECT_EQ(find(QStringLiteral("papers by one")), QStringList());
+}
+
+TEST_F(ItemSearchTest, FindsTheWordsOfDescriptionsWhereTheyStandElsewhere)
+{
+    put({item(QStringLiteral("a"), {.title = QStringLiteral("Methods")}),
+         item(QStringLiteral("b"), {.title = QStringLiteral("Research methods")})});
+    EXPECT_EQ(find(QStringLiteral("research")), QStringList(QStringLiteral("b")));
+    EXPECT_EQ(find(QStringLiteral("research methods")),
+              (QStringList{QStringLiteral("b"), QStringLiteral("a")}));
 }
 
 TEST_F(ItemSearchTest, TakesATermOfSeveralWordsAsAPhrase)

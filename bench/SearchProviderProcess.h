@@ -1,3 +1,0 @@
-#pragma once
-#include <QString>
-inline void measureProvider(const QString &) {}
