@@ -11,6 +11,13 @@
 namespace
 {
 
+/// A power cut may cost the latest publications but not the file, and the log does not keep the size that the
+/// first publication gave it.
+constexpr const char *kTuning[] = {
+    "PRAGMA synchronous = NORMAL",
+    "PRAGMA journal_size_limit = 4194304",
+};
+
 constexpr const char *kSchema[] = {
     "CREATE TABLE items (\n"
     "    number INTEGER PRIMARY KEY,\n"
@@ -159,6 +166,10 @@ Result<void> ItemFile::open(std::chrono::milliseconds busyTimeout)
         return version.error();
     if (*version != kVersion)
         return otherVersion(m_path);
+    for (const char *sql : kTuning) {
+        if (auto done = database->execute(QLatin1String(sql)); !done)
+            return done;
+    }
     m_database = std::move(*database);
     return {};
 }
