@@ -5,6 +5,7 @@
 #include "store/Paper.h"
 
 #include <QHash>
+#include <QStringTokenizer>
 #include <limits>
 
 namespace
@@ -14,9 +15,9 @@ const auto kBatch = QStringLiteral("performing batch index");
 
 QStringList authorNames(const QString &authors)
 {
-    QStringList names = authors.split(u',');
-    for (QString &name : names)
-        name = trimmedHorizontally(name);
+    QStringList names;
+    for (const QStringView name : qTokenize(authors, u','))
+        names.append(trimmedHorizontally(name).toString());
     return names;
 }
 
