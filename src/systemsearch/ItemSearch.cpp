@@ -4,7 +4,6 @@
 #include "platform/SystemSearchIndex.h"
 #include "systemsearch/SearchWords.h"
 
-#include <QSet>
 #include <algorithm>
 
 namespace
