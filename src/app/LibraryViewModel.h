@@ -28,6 +28,7 @@ class ImportFlow;
 class NativeLibraryService;
 class Preferences;
 class RetagFlow;
+class Services;
 class SystemSearchPublisher;
 struct ImportOutcome;
 struct ImportProgress;
@@ -61,6 +62,8 @@ public:
         ImportFlow &importFlow;
         RetagFlow &retagFlow;
         Search search;
+
+        static Collaborators of(Services &services);
     };
 
     /// Empty, with nothing loaded: call `loadPapers` and `loadTags`.

@@ -86,16 +86,7 @@ struct Parts {
     Services services{ServiceLocations::ofTheUser()};
     SessionManager sessions{sessionFilePath(), services.clock()};
     RestoreGuard restoreGuard{services.preferences(), services.clock()};
-    LibraryViewModel vm{{.db = services.db(),
-                         .library = services.library(),
-                         .publisher = services.publisher(),
-                         .preferences = services.preferences(),
-                         .clock = services.clock(),
-                         .importFlow = services.importFlow(),
-                         .retagFlow = services.retagFlow(),
-                         .search = [this](const QString &query) {
-                             return services.search().search(query);
-                         }}};
+    LibraryViewModel vm{LibraryViewModel::Collaborators::of(services)};
     CoverCache covers;
     QuirevaultApp app{
         {.sessions = sessions,
