@@ -161,7 +161,6 @@ private:
 
     LoadedPapers readPapers(const SidebarItem &item, const QList<Paper> &shown,
                             const std::optional<Paper> &selected) const;
-    Result<QList<Paper>> papersOf(const SidebarItem &item) const;
     void take(const LoadedPapers &loaded);
     void replacePapers(const QList<Paper> &list);
     void discardLoads();

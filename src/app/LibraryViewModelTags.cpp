@@ -8,7 +8,6 @@
 #include "store/ReservedTags.h"
 
 #include <QPointer>
-#include <algorithm>
 #include <qcorofuture.h>
 
 namespace
@@ -206,11 +205,8 @@ QStringList LibraryViewModel::tagsOnVisiblePapers() const
                 tags.insert(tag);
         }
     }
-    QStringList visible;
-    for (const QString &tag : std::as_const(tags)) {
-        if (!isReservedTag(tag))
-            visible.append(tag);
-    }
+    QStringList visible = tags.values();
+    visible.removeIf(isReservedTag);
     visible.sort();
     return visible;
 }

@@ -73,13 +73,13 @@ void Grammar::declareList()
     command->add_option("--filter", typed->filter, "Only those that pass these field filters")
         ->type_name("QUERY");
     onRun(command, [typed](const CommandContext &context) {
-        using Which = ListRequest::Which;
-        ListRequest request{.filter = toText(typed->filter)};
+        using Kind = SidebarItem::Kind;
+        SidebarItem item;
         if (typed->tag)
-            request = {.which = Which::Tag, .tag = toText(*typed->tag), .filter = request.filter};
+            item = SidebarItem::ofTag(toText(*typed->tag));
         else if (typed->reading || typed->recent)
-            request.which = typed->reading ? Which::Reading : Which::Recent;
-        return runList(request, context);
+            item.kind = typed->reading ? Kind::CurrentlyReading : Kind::RecentlyImported;
+        return runList({.which = item, .filter = toText(typed->filter)}, context);
     });
 }
 
