@@ -10,13 +10,12 @@
 #include "ui/ImportPanel.h"
 #include "ui/IndexingOverlay.h"
 #include "ui/LibraryAlertsModifier.h"
-#include "ui/LibraryGrid.h"
 #include "ui/LibraryMenus.h"
 #include "ui/LibraryToolBar.h"
 #include "ui/LibraryView.h"
 #include "ui/PaperDetailPanel.h"
+#include "ui/PaperGrid.h"
 #include "ui/RetaggingOverlay.h"
-#include "ui/SearchResultsView.h"
 #include "ui/ShortcutsWindow.h"
 #include "ui/Sidebar.h"
 #include "ui/TagAlerts.h"
@@ -135,14 +134,13 @@ void ContentView::connectCommands()
 
 void ContentView::connectCards()
 {
-    const auto connectTo = [this](const auto *cards) {
-        using Cards = std::remove_cvref_t<decltype(*cards)>;
-        connect(cards, &Cards::detailsToggleRequested, m_windowCommands->showDetails, &QAction::toggle);
-        connect(cards, &Cards::editRequested, this, [this] { editDetails(&PaperDetailPanel::beginEditing); });
-        connect(cards, &Cards::tagRequested, this, [this] { editDetails(&PaperDetailPanel::focusTagField); });
-    };
-    connectTo(m_library->grid());
-    connectTo(m_library->results());
+    for (const PaperGrid *cards : m_library->grids()) {
+        connect(cards, &PaperGrid::detailsToggleRequested, m_windowCommands->showDetails, &QAction::toggle);
+        connect(cards, &PaperGrid::editRequested, this,
+                [this] { editDetails(&PaperDetailPanel::beginEditing); });
+        connect(cards, &PaperGrid::tagRequested, this,
+                [this] { editDetails(&PaperDetailPanel::focusTagField); });
+    }
 }
 
 void ContentView::connectDrags()

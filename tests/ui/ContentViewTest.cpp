@@ -1,8 +1,8 @@
 #include "ui/ContentView.h"
 
 #include "ui/Drag.h"
-#include "ui/LibraryGrid.h"
 #include "ui/PaperDetailPanel.h"
+#include "ui/PaperGrid.h"
 #include "ui/SearchField.h"
 #include "ui/WindowFixture.h"
 
@@ -235,7 +235,7 @@ TEST_F(ContentViewTest, ShowsTheDetailsToEditThem)
 {
     vm().select(vm().papers.value().first());
     toolButton(QStringLiteral("Toggle details"))->click();
-    Q_EMIT window->findChild<LibraryGrid *>()->editRequested();
+    Q_EMIT window->findChild<PaperGrid *>(QStringLiteral("papers"))->editRequested();
     EXPECT_TRUE(details()->isVisible());
 }
 
