@@ -1,5 +1,7 @@
 #include "reader/MessagePage.h"
 
+#include "reader/Fonts.h"
+
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -35,8 +37,7 @@ MessagePage::MessagePage(ReaderSymbol symbol, QWidget *parent)
     m_column->addWidget(m_buttons);
     m_column->addStretch(3);
 
-    QFont heading = font();
-    heading.setPointSizeF(heading.pointSizeF() * kHeadingScale);
+    QFont heading = scaledFont(font(), kHeadingScale);
     heading.setWeight(QFont::DemiBold);
     m_heading->setFont(heading);
     m_picture->setAlignment(Qt::AlignHCenter);

@@ -1,6 +1,7 @@
 #include "ui/SearchResultsView.h"
 
 #include "app/LibraryViewModel.h"
+#include "reader/Fonts.h"
 #include "search/PaperFilter.h"
 #include "search/ParsedQuery.h"
 #include "ui/CoverCache.h"
@@ -50,10 +51,7 @@ QWidget *makeBusyIndicator()
 QLabel *makeHeading()
 {
     auto *heading = new QLabel(QStringLiteral("Search Results"));
-    QFont large = heading->font();
-    large.setPointSizeF(large.pointSizeF() * 1.4);
-    large.setBold(true);
-    heading->setFont(large);
+    heading->setFont(boldFont(heading->font(), 1.4));
     heading->setContentsMargins(20, 16, 20, 0);
     heading->setAutoFillBackground(true);
     heading->setBackgroundRole(QPalette::Base);
