@@ -17,11 +17,6 @@ constexpr std::chrono::milliseconds kFirstNavigationDelay{50};
 /// After so many losses of the engine a document is read without outline and labels. Chosen: a page that ends
 /// the engine takes the outline's answer with it, at most twice.
 constexpr int kTriesOfFatalStructure = 3;
-
-bool isLoss(const Error &error)
-{
-    return isPDFError(error, PDFErrorCode::EngineFailed) || isPDFError(error, PDFErrorCode::DeadlineExceeded);
-}
 } // namespace
 
 PDFViewerController::PDFViewerController(Collaborators collaborators, QObject *parent)
@@ -95,13 +90,13 @@ QCoro::Task<> PDFViewerController::load(ReaderDocument &document)
     const auto items = co_await outlining;
     if (!self || stop.stop_requested())
         co_return;
-    if (!items && isLoss(items.error()))
+    if (!items && isEngineLoss(items.error()))
         ++m_structureLosses;
     outline = items ? outlineElements(*items) : QList<OutlineElement>();
     const auto labels = co_await labelling;
     if (!self || stop.stop_requested())
         co_return;
-    if (items && !labels && isLoss(labels.error()))
+    if (items && !labels && isEngineLoss(labels.error()))
         ++m_structureLosses;
     pageLabels = labels ? *labels : PDFPageLabels();
 }

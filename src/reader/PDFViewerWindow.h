@@ -50,7 +50,6 @@ protected:
 
 private:
     void makeParts();
-    void makePages();
     void connectActions();
     void connectView();
     void observe();
