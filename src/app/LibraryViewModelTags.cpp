@@ -229,7 +229,7 @@ QCoro::Task<> LibraryViewModel::retagLibrary()
                     this, [this, count] { foldIn(count); }, Qt::QueuedConnection);
             });
         });
-    const Result<RetagCount> retagged = co_await running;
+    const Result<RetagCount> retagged = co_await afterReportsOf(running);
     if (!self)
         co_return;
     retagResult = retagged ? retagged->summary() : QString(u"Retag failed: " + retagged.error().message());
