@@ -6,23 +6,23 @@
 
 /// A program to start: no shell is between.
 struct ProgramCall {
-    QString program; ///< absolute path of an executable
-    QStringList arguments;
-    QString workingFolder; ///< empty for that of this process
+    QString program = {}; ///< absolute path of an executable
+    QStringList arguments = {};
+    QString workingFolder = {}; ///< empty for that of this process
 
     friend bool operator==(const ProgramCall &, const ProgramCall &) = default;
 };
 
 /// What a desktop entry (a file *.desktop) says of a program.
 struct DesktopEntry {
-    QString id; ///< such as "org.example.Viewer.desktop"
-    QString path;
-    QString name;
-    QString icon;
-    QString exec;
-    QString tryExec;
-    QString workingFolder;
-    QStringList mimeTypes;
+    QString id = {}; ///< such as "org.example.Viewer.desktop"
+    QString path = {};
+    QString name = {};
+    QString icon = {};
+    QString exec = {};
+    QString tryExec = {};
+    QString workingFolder = {};
+    QStringList mimeTypes = {};
     bool isHidden = false; ///< the user's way to say that the program does not exist
     bool needsTerminal = false;
     bool isDBusActivatable = false;
