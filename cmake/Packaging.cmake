@@ -42,4 +42,7 @@ install_compressed("${made}/changelog.Debian" ${CMAKE_INSTALL_DOCDIR} changelog.
 
 # Everything that is installed, so that a package is made without building tests and benchmarks.
 add_custom_target(quirevault-installed DEPENDS quirevault quirevault-desktop-program quirevault-pdf-engine)
+if(TARGET quirevault-search-provider)
+  add_dependencies(quirevault-installed quirevault-search-provider)
+endif()
 include(CPack)

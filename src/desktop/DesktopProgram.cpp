@@ -44,7 +44,7 @@ std::unique_ptr<QApplication> makeApplication(int &argc, char **argv)
     const QtMessageHandler before = qInstallMessageHandler(explainMissingDisplay);
     auto application = std::make_unique<QApplication>(argc, argv);
     qInstallMessageHandler(before);
-    // On X11 windows carry it themselves; elsewhere the desktop file names it. Nothing where it is not installed.
+    // Windows carry it themselves on X11; elsewhere the desktop file names it.
     QGuiApplication::setWindowIcon(themeIcon(identity));
     return application;
 }
