@@ -9,6 +9,7 @@
 #include "desktop/Windows.h"
 #include "platform/Paths.h"
 #include "reader/ReaderServices.h"
+#include "reader/ThemeIcon.h"
 #include "search/NativeSearchService.h"
 #include "store/BookmarkEvents.h"
 #include "ui/AboutPanel.h"
@@ -38,10 +39,13 @@ void explainMissingDisplay(QtMsgType type, const QMessageLogContext &, const QSt
 std::unique_ptr<QApplication> makeApplication(int &argc, char **argv)
 {
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Quirevault"));
-    QGuiApplication::setDesktopFileName(QStringLiteral("org.quirevault.Quirevault"));
+    const auto identity = QStringLiteral("org.quirevault.Quirevault");
+    QGuiApplication::setDesktopFileName(identity);
     const QtMessageHandler before = qInstallMessageHandler(explainMissingDisplay);
     auto application = std::make_unique<QApplication>(argc, argv);
     qInstallMessageHandler(before);
+    // Windows carry it themselves on X11; elsewhere the desktop file names it.
+    QGuiApplication::setWindowIcon(themeIcon(identity));
     return application;
 }
 
