@@ -17,11 +17,6 @@ constexpr std::chrono::milliseconds kFirstNavigationDelay{50};
 /// After so many losses of the engine a document is read without outline and labels. Chosen: a page that ends
 /// the engine takes the outline's answer with it, at most twice.
 constexpr int kTriesOfFatalStructure = 3;
-
-bool isLoss(const Error &error)
-{
-    return isPDFError(error, PDFErrorCode::EngineFailed) || isPDFError(error, PDFErrorCode::DeadlineExceeded);
-}
 } // namespace
 
 PDFViewerController::PDFViewerController(Collaborators collaborators, QObject *parent)

@@ -1,18 +1,8 @@
 #include "reader/PageScheduler.h"
 
-#include "pdf/PDFDocument.h"
+#include "reader/ReaderDocument.h"
 
 #include <algorithm>
-
-namespace
-{
-bool isLoss(const Error &error)
-{
-    return isPDFError(error, PDFErrorCode::EngineFailed) ||
-           isPDFError(error, PDFErrorCode::DeadlineExceeded) ||
-           isPDFError(error, PDFErrorCode::EngineMissing);
-}
-} // namespace
 
 PageScheduler::PageScheduler(PageSource &source, Arrived arrived, std::function<void(const PageJob &)> failed)
     : m_source(source)

@@ -1,15 +1,5 @@
 #include "reader/ReaderDocumentWorker.h"
 
-namespace
-{
-bool isLoss(const Error &error)
-{
-    return isPDFError(error, PDFErrorCode::EngineFailed) ||
-           isPDFError(error, PDFErrorCode::DeadlineExceeded) ||
-           isPDFError(error, PDFErrorCode::EngineMissing);
-}
-} // namespace
-
 ReaderDocument::Worker::Worker(Open open, ReaderDocument *owner)
     : m_open(std::move(open))
     , m_refusal(pdfError(PDFErrorCode::EngineFailed, QStringLiteral("the document is not open")))

@@ -27,7 +27,8 @@ TEST_F(PDFViewerControllerTest, StartsEmpty)
 TEST_F(PDFViewerControllerTest, ShowsPagesOutlineAndLabelsOfADocument)
 {
     PDFOutlineItem leaf{std::nullopt, PDFDestination{3, {10, 20}}, {}};
-    outline = {{QStringLiteral("Intro"), std::nullopt, {leaf}}, {QStringLiteral("End"), std::nullopt, {}}};
+    outline = std::vector<PDFOutlineItem>{{QStringLiteral("Intro"), std::nullopt, {leaf}},
+                                          {QStringLiteral("End"), std::nullopt, {}}};
     labels = PDFPageLabels({{0, PDFPageLabels::Style::LowerRoman, 1, {}}});
     show(7);
     EXPECT_EQ(view.document(), &document);
@@ -51,10 +52,33 @@ TEST_F(PDFViewerControllerTest, ShowsAnEmptyOutlineOfADocumentWithoutOne)
 
 TEST_F(PDFViewerControllerTest, CallsAnOutlineItemWithoutALabelPage)
 {
-    outline = {{std::nullopt, std::nullopt, {}}};
+    outline = std::vector<PDFOutlineItem>{{std::nullopt, std::nullopt, {}}};
     show();
     ASSERT_EQ(reader().outline.value().size(), 1);
     EXPECT_EQ(reader().outline.value().first().label, u"Page");
+}
+
+TEST_F(PDFViewerControllerTest, ReadsADocumentWithoutTheOutlineThatEndsEveryEngine)
+{
+    outline = pdfError(PDFErrorCode::EngineFailed);
+    for (int tries = 0; tries < 3; ++tries) {
+        show();
+        EXPECT_FALSE(document.isOpen());
+    }
+    show();
+    const auto behind =
+        document.ask(ReaderDocument::Priority::Ahead, {}, [](PDFDocument &, auto) { return Result<void>(); });
+    EXPECT_TRUE(behind.result());
+    EXPECT_TRUE(document.isOpen()) << "nobody asked for the outline again";
+    EXPECT_EQ(reader().pageCount, 20);
+
+    outline = std::vector<PDFOutlineItem>{{QStringLiteral("Intro"), std::nullopt, {}}};
+    ReaderDocument other(
+        [this](auto, auto) -> Result<std::unique_ptr<PDFDocument>> { return makeDocument(); });
+    ASSERT_TRUE(other.open().result());
+    QCoro::waitFor(reader().load(other));
+    EXPECT_EQ(reader().outline.value().size(), 1) << "another document is not to blame";
+    view.setDocument(nullptr);
 }
 
 TEST_F(PDFViewerControllerTest, CountsTheCurrentPageFromOne)
@@ -252,6 +276,19 @@ TEST_F(PDFViewerControllerTest, ShowsOnlyTheLatestOfTwoPassages)
     QCoro::waitFor(std::move(latest));
     QCoreApplication::processEvents();
     EXPECT_EQ(view.jumps, QStringList{QStringLiteral("selection beta")});
+}
+
+TEST_F(PDFViewerControllerTest, WaitsForNoPassageOnceAPageIsTyped)
+{
+    texts[2] = PlacedText().line(QStringLiteral("alpha"), {50, 100}).page();
+    show();
+    HeldRequest held(document);
+    auto passage = reader().highlight(QStringLiteral("alpha"), 3);
+    reader().goToPageText(QStringLiteral("9"));
+    held.letGo();
+    QCoro::waitFor(std::move(passage));
+    EXPECT_EQ(view.jumps, QStringList{QStringLiteral("page 8")});
+    EXPECT_FALSE(view.selection);
 }
 
 TEST_F(PDFViewerControllerTest, ForgetsWhatItAwaitsWhenItEnds)

@@ -108,3 +108,15 @@ TEST_F(PDFViewerWindowArrival, StartsAtPageOneWithoutAPage)
     openAndArrive(requestFor(secondPage({QStringLiteral("text")}).url.toLocalFile()));
     EXPECT_EQ(reader().currentPage, 1);
 }
+
+TEST_F(PDFViewerWindowArrival, TellsTheSessionNoPageBefore)
+{
+    PDFOpenRequest request = secondPage({QStringLiteral("kernels make graphs linear")});
+    request.highlightText = QStringLiteral("graphs");
+    window = openPDFViewerWindow(request, services);
+    QSignalSpy changes(window, &PDFViewerWindow::requestChanged);
+    awaitStage(Stage::Open);
+    EXPECT_EQ(reader().currentPage, 1);
+    EXPECT_TRUE(changes.isEmpty());
+    EXPECT_EQ(window->request(), request);
+}

@@ -296,6 +296,22 @@ TEST_F(PDFViewerWindowTest, FillsTheScreenByF11AndLeavesItByEscape)
     EXPECT_TRUE(isShown("readerToolBar"));
 }
 
+TEST_F(PDFViewerWindowTest, SearchesAndTakesPageNumbersOnTheFullScreen)
+{
+    open(requestFor(threePages()));
+    QTest::keyClick(&window->view(), Qt::Key_F11);
+    QTest::keyClick(&window->view(), Qt::Key_F, Qt::ControlModifier);
+    EXPECT_TRUE(isShown("readerToolBar"));
+    EXPECT_TRUE(find<QLineEdit>("readerSearchField")->hasFocus());
+    actions().fullScreen->setChecked(false);
+    actions().fullScreen->setChecked(true);
+    EXPECT_FALSE(isShown("readerToolBar"));
+    QTest::keyClick(&window->view(), Qt::Key_G, Qt::ControlModifier);
+    EXPECT_TRUE(isShown("readerToolBar"));
+    EXPECT_TRUE(pageNumber().hasFocus());
+    EXPECT_TRUE(window->isFullScreen());
+}
+
 TEST_F(PDFViewerWindowTest, RemembersItsSidebarAndDarkPages)
 {
     const QString path = threePages();
