@@ -124,6 +124,14 @@ TEST_F(DocumentOpeningTest, LetsGoOfADocumentBeforeItIsReplaced)
     awaitStage(Stage::Open);
 }
 
+TEST_F(DocumentOpeningTest, SaysThatADocumentHasNoPages)
+{
+    pages = 0;
+    opening.open();
+    awaitStage(Stage::Failed);
+    EXPECT_EQ(opening.state.value().problem, u"The document has no pages.");
+}
+
 TEST_F(DocumentOpeningTest, MayGoWhileItOpens)
 {
     auto passing = std::make_unique<DocumentOpening>(

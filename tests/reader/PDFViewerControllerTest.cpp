@@ -235,6 +235,55 @@ TEST_F(PDFViewerControllerTest, LightsTheSearchTextWhenItsRequestHasNoPassage)
     EXPECT_EQ(view.nextJump(), u"selection please");
 }
 
+TEST_F(PDFViewerControllerTest, ShowsThePageOfARequestWhosePassageIsEmpty)
+{
+    texts[2] = PlacedText().line(QStringLiteral("pay attention please"), {50, 100}).page();
+    PDFOpenRequest request = requestOf(QStringLiteral("p"));
+    request.page = 3;
+    request.highlightText = QString();
+    request.searchText = QStringLiteral("please");
+    reader().setRequest(request);
+    show();
+    reader().navigateFirst();
+    clock.advance(50ms);
+    EXPECT_EQ(view.jumps, QStringList{QStringLiteral("page 2")});
+}
+
+TEST_F(PDFViewerControllerTest, HasNoWayBackFromWhereItArrived)
+{
+    texts[2] = PlacedText().line(QStringLiteral("alpha"), {50, 100}).page();
+    PDFOpenRequest request = requestOf(QStringLiteral("p"));
+    request.page = 3;
+    for (const std::optional<QString> &passage :
+         {std::optional<QString>(), std::optional(QStringLiteral("alpha")),
+          std::optional(QStringLiteral("absent"))}) {
+        request.highlightText = passage;
+        reader().setRequest(request);
+        show();
+        reader().navigateFirst();
+        clock.advance(50ms);
+        EXPECT_FALSE(view.nextJump().isEmpty());
+        EXPECT_FALSE(view.hasBack) << passage.value_or(QString()).toStdString();
+        EXPECT_FALSE(reader().canGoBack);
+    }
+    reader().goToPageText(QStringLiteral("9"));
+    EXPECT_TRUE(reader().canGoBack);
+}
+
+TEST_F(PDFViewerControllerTest, GoesNowhereOnceAPersonWentElsewhereFirst)
+{
+    PDFOpenRequest request = requestOf(QStringLiteral("p"));
+    request.page = 3;
+    reader().setRequest(request);
+    show();
+    reader().navigateFirst();
+    clock.advance(49ms);
+    view.goToPosition({7, {}}); // as a click into the outline does
+    clock.advance(1s);
+    EXPECT_EQ(view.jumps, QStringList{QStringLiteral("position on 7")});
+    EXPECT_TRUE(reader().canGoBack);
+}
+
 TEST_F(PDFViewerControllerTest, ShowsThePageWhenAPassageIsScatteredOverIt)
 {
     texts[2] = PlacedText()
@@ -278,17 +327,30 @@ TEST_F(PDFViewerControllerTest, ShowsOnlyTheLatestOfTwoPassages)
     EXPECT_EQ(view.jumps, QStringList{QStringLiteral("selection beta")});
 }
 
-TEST_F(PDFViewerControllerTest, WaitsForNoPassageOnceAPageIsTyped)
+TEST_F(PDFViewerControllerTest, WaitsForNoPassageOnceAPersonGoesElsewhere)
 {
     texts[2] = PlacedText().line(QStringLiteral("alpha"), {50, 100}).page();
     show();
-    HeldRequest held(document);
-    auto passage = reader().highlight(QStringLiteral("alpha"), 3);
-    reader().goToPageText(QStringLiteral("9"));
-    held.letGo();
-    QCoro::waitFor(std::move(passage));
-    EXPECT_EQ(view.jumps, QStringList{QStringLiteral("page 8")});
-    EXPECT_FALSE(view.selection);
+    const std::map<QString, std::function<void()>> ways{
+        {QStringLiteral("page 8"),
+         [this] {
+             reader().goToPageText(QStringLiteral("9"));
+         }},
+        {QStringLiteral("position on 7"),
+         [this] {
+             view.goToPosition({7, {}});
+         }}, // outline and links
+    };
+    for (const auto &[where, goThere] : ways) {
+        view.jumps.clear();
+        HeldRequest held(document);
+        auto passage = reader().highlight(QStringLiteral("alpha"), 3);
+        goThere();
+        held.letGo();
+        EXPECT_FALSE(QCoro::waitFor(std::move(passage)));
+        EXPECT_EQ(view.jumps, QStringList{where});
+        EXPECT_FALSE(view.selection);
+    }
 }
 
 TEST_F(PDFViewerControllerTest, ForgetsWhatItAwaitsWhenItEnds)

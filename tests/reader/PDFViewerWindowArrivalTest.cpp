@@ -120,3 +120,15 @@ TEST_F(PDFViewerWindowArrival, TellsTheSessionNoPageBefore)
     EXPECT_TRUE(changes.isEmpty());
     EXPECT_EQ(window->request(), request);
 }
+
+TEST_F(PDFViewerWindowArrival, LeavesNoWayBackToAPageThatNobodySaw)
+{
+    PDFOpenRequest request = secondPage({QStringLiteral("kernels make graphs linear")});
+    request.highlightText = QStringLiteral("graphs");
+    litIn(request);
+    EXPECT_FALSE(actions().back->isEnabled());
+    request.highlightText.reset();
+    openAndArrive(request);
+    EXPECT_EQ(reader().currentPage, 2);
+    EXPECT_FALSE(actions().back->isEnabled());
+}

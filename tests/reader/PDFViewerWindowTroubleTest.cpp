@@ -11,7 +11,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTextDocument>
+#include <QTextEdit>
 #include <csignal>
 #include <poll.h>
 #include <sys/syscall.h>
@@ -59,6 +59,10 @@ protected:
     QString label(const char *pageName, const char *name) const
     {
         return find<QWidget>(pageName)->findChild<QLabel *>(QLatin1String(name))->text();
+    }
+    QString pathOn(const char *pageName) const
+    {
+        return find<QWidget>(pageName)->findChild<QTextEdit *>(QStringLiteral("path"))->toPlainText();
     }
     void press(const char *name) { QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton); }
 
@@ -162,8 +166,7 @@ TEST_F(PDFViewerWindowTrouble, SaysWhatIsWrongWithAFileThatIsNoPDF)
     open(requestFor(path));
     EXPECT_TRUE(isShown("failurePage"));
     EXPECT_TRUE(label("failurePage", "problem").startsWith(u"The file is not a PDF"));
-    EXPECT_EQ(find<QWidget>("failurePage")->findChild<QLabel *>(QStringLiteral("text"))->toolTip(),
-              Qt::convertFromPlainText(path, Qt::WhiteSpaceNormal));
+    EXPECT_EQ(pathOn("failurePage"), path);
 }
 
 TEST_F(PDFViewerWindowTrouble, SaysThatTheFileHasVanished)
@@ -171,8 +174,7 @@ TEST_F(PDFViewerWindowTrouble, SaysThatTheFileHasVanished)
     const QString path = library.folder.path(QStringLiteral("gone.pdf"));
     open(requestFor(path));
     EXPECT_TRUE(isShown("missingPage"));
-    EXPECT_EQ(find<QWidget>("missingPage")->findChild<QLabel *>(QStringLiteral("text"))->toolTip(),
-              Qt::convertFromPlainText(path, Qt::WhiteSpaceNormal));
+    EXPECT_EQ(pathOn("missingPage"), path);
     EXPECT_EQ(find<QPushButton>("locateFile")->text(), u"Locate File…");
 }
 
@@ -203,6 +205,45 @@ TEST_F(PDFViewerWindowTrouble, TakesALocatedFileOfTheSameContentAndTellsTheLibra
     EXPECT_EQ(library.service.paperById(QStringLiteral("p")).result()->value().filepath, moved);
     EXPECT_EQ(window->request().url, QUrl::fromLocalFile(moved));
     EXPECT_EQ(reader().pageCount, 2);
+}
+
+TEST_F(PDFViewerWindowTrouble, TakesALocatedFileThoughAnotherPaperHasTheSameContent)
+{
+    const QString moved = page("moved.pdf", "text");
+    const QString gone = library.folder.path(QStringLiteral("gone.pdf"));
+    addPaper(QStringLiteral("another"), library.folder.path(QStringLiteral("another.pdf")), hashOf(moved));
+    addPaper(QStringLiteral("p"), gone, hashOf(moved));
+    PDFOpenRequest request = requestFor(gone);
+    request.paperId = QStringLiteral("p");
+    open(request);
+    window->opening().locate(moved);
+    awaitStage(Stage::Open);
+    EXPECT_EQ(library.service.paperById(QStringLiteral("p")).result()->value().filepath, moved);
+}
+
+TEST_F(PDFViewerWindowTrouble, TakesTheWordOfAPersonForAPaperWhoseContentIsUnknown)
+{
+    const QString moved = page("moved.pdf", "text");
+    const QString gone = library.folder.path(QStringLiteral("gone.pdf"));
+    library.run(QStringLiteral("INSERT INTO papers (id, title, filepath) VALUES ('p', 'Old', ?)"), {gone});
+    PDFOpenRequest request = requestFor(gone);
+    request.paperId = QStringLiteral("p");
+    open(request);
+    window->opening().locate(moved);
+    awaitStage(Stage::Open);
+    EXPECT_EQ(library.service.paperById(QStringLiteral("p")).result()->value().filepath, moved);
+}
+
+TEST_F(PDFViewerWindowTrouble, FindsThePaperOfALocatedFile)
+{
+    const QString paper = page("paper.pdf", "text");
+    addPaper(QStringLiteral("p"), paper);
+    open(requestFor(library.folder.path(QStringLiteral("gone.pdf"))));
+    EXPECT_FALSE(reader().isInLibrary);
+    window->opening().locate(paper);
+    awaitValue(reader().isInLibrary, true);
+    EXPECT_EQ(window->request().paperId, QStringLiteral("p"));
+    EXPECT_EQ(window->windowTitle(), u"Title of p");
 }
 
 TEST_F(PDFViewerWindowTrouble, RefusesALocatedFileOfAnotherContent)

@@ -126,6 +126,14 @@ TEST_F(LibraryPapers, RecentlyImportedAreListedNewestFirstFromTheCutOffOn)
               (QStringList{QStringLiteral("3"), QStringLiteral("1")}));
 }
 
+TEST_F(LibraryPapers, TellTheContentHashOfTheirImport)
+{
+    library.run(QStringLiteral("INSERT INTO papers (id, content_hash) VALUES ('p', 'beef'), ('q', NULL)"));
+    EXPECT_EQ(*library.service.contentHashOfPaper(QStringLiteral("p")).result(), QStringLiteral("beef"));
+    EXPECT_EQ(*library.service.contentHashOfPaper(QStringLiteral("q")).result(), std::nullopt);
+    EXPECT_EQ(*library.service.contentHashOfPaper(QStringLiteral("gone")).result(), std::nullopt);
+}
+
 TEST_F(LibraryPapers, AreFoundByTheirContentHash)
 {
     library.run(QStringLiteral(
@@ -332,6 +340,7 @@ TEST(LibraryUrgency, IsThatOfTheServiceForEveryOperation)
         background.paperCounts(text),
         background.paperById(text),
         background.paperByContentHash(text),
+        background.contentHashOfPaper(text),
         background.paperByFilepath(text),
         background.paperIdsWithPrefix(text),
         background.updateFilepath(text, text),
