@@ -58,13 +58,17 @@ struct Parts {
             vm.loadPapers();
             vm.loadTags();
         }
-        return showLibraryWindow({.vm = vm,
-                                  .commands = application.commands(),
-                                  .covers = covers,
-                                  .preferences = services.preferences(),
-                                  .openWindow = [&application](const PDFOpenRequest &request) {
-                                      application.openReaderWindow(request);
-                                  }});
+        return showLibraryWindow(
+            {.vm = vm,
+             .commands = application.commands(),
+             .covers = covers,
+             .preferences = services.preferences(),
+             .openWindow =
+                 [&application](const PDFOpenRequest &request) { application.openReaderWindow(request); },
+             .isQuitting =
+                 [&application] {
+                     return application.isQuitting();
+                 }});
     }
 
     OpenedWindow makeReaderWindow(const PDFOpenRequest &request)

@@ -45,6 +45,7 @@ Q_SIGNALS:
     void closed(const QUuid &requestId);
 
 protected:
+    void changeEvent(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 

@@ -1,6 +1,6 @@
 #include "reader/PageScheduler.h"
 
-#include "pdf/PDFDocument.h"
+#include "reader/ReaderDocument.h"
 
 #include <algorithm>
 

@@ -43,6 +43,7 @@ ContentView::ContentView(Collaborators with, QWidget *parent)
     : QMainWindow(parent)
     , m_vm(with.vm)
     , m_commands(with.commands)
+    , m_isQuitting(std::move(with.isQuitting))
     , m_windowCommands(new WindowCommands(this))
     , m_toolBar(new LibraryToolBar(with.vm, with.commands, *m_windowCommands, this))
     , m_panes(new QSplitter)
@@ -199,7 +200,13 @@ void ContentView::showEvent(QShowEvent *event)
 
 void ContentView::closeEvent(QCloseEvent *event)
 {
-    if (!m_closingQuestion->mayClose()) {
+    const auto closeAgain = [this, isQuitting = m_isQuitting()] {
+        if (isQuitting)
+            m_commands.quit->trigger(); // which closes this window first
+        else
+            close();
+    };
+    if (!m_closingQuestion->mayClose(closeAgain)) {
         event->ignore();
         return;
     }

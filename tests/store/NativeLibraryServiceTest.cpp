@@ -124,6 +124,14 @@ TEST_F(LibraryPapers, RecentlyImportedAreListedNewestFirstFromTheCutOffOn)
               (QStringList{QStringLiteral("3"), QStringLiteral("1")}));
 }
 
+TEST_F(LibraryPapers, TellTheContentHashOfTheirImport)
+{
+    library.run(QStringLiteral("INSERT INTO papers (id, content_hash) VALUES ('p', 'beef'), ('q', NULL)"));
+    EXPECT_EQ(*library.service.contentHashOfPaper(QStringLiteral("p")).result(), QStringLiteral("beef"));
+    EXPECT_EQ(*library.service.contentHashOfPaper(QStringLiteral("q")).result(), std::nullopt);
+    EXPECT_EQ(*library.service.contentHashOfPaper(QStringLiteral("gone")).result(), std::nullopt);
+}
+
 TEST_F(LibraryPapers, AreFoundByTheirContentHash)
 {
     library.run(QStringLiteral(

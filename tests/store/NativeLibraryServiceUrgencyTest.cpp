@@ -21,6 +21,7 @@ TEST(LibraryUrgency, IsThatOfTheServiceForEveryOperation)
         background.paperCounts(text),
         background.paperById(text),
         background.paperByContentHash(text),
+        background.contentHashOfPaper(text),
         background.paperByFilepath(text),
         background.paperIdsWithPrefix(text),
         background.updateFilepath(text, text),
