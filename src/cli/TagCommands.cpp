@@ -28,21 +28,17 @@ QString objectionTo(const QString &name)
 
 ExitStatus printTags(const CommandContext &context)
 {
-    const Result<QStringList> names = context.services.library().allTagNames().result();
+    Result<QStringList> names = context.services.library().allTagNames().result();
     if (!names)
         return fail(names.error(), context);
-    QStringList visible;
-    for (const QString &name : *names) {
-        if (!isReservedTag(name))
-            visible.append(name);
-    }
+    names->removeIf(isReservedTag);
     if (context.output.isJson()) {
-        context.output.json(QJsonDocument(QJsonArray::fromStringList(visible)));
+        context.output.json(QJsonDocument(QJsonArray::fromStringList(*names)));
         return ExitStatus::Done;
     }
-    for (const QString &name : visible)
+    for (const QString &name : std::as_const(*names))
         context.output.line(onOneLine(name));
-    if (visible.isEmpty())
+    if (names->isEmpty())
         context.output.line(QStringLiteral("No tags."));
     return ExitStatus::Done;
 }

@@ -11,6 +11,7 @@
 #include "platform/ApplicationInterface.h"
 #include "platform/Paths.h"
 #include "reader/ReaderServices.h"
+#include "reader/ThemeIcon.h"
 #include "search/NativeSearchService.h"
 #include "store/BookmarkEvents.h"
 #include "store/NativeLibraryService.h"
@@ -41,10 +42,13 @@ void explainMissingDisplay(QtMsgType type, const QMessageLogContext &, const QSt
 std::unique_ptr<QApplication> makeApplication(int &argc, char **argv)
 {
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Quirevault"));
-    QGuiApplication::setDesktopFileName(QStringLiteral("org.quirevault.Quirevault"));
+    const auto identity = QStringLiteral("org.quirevault.Quirevault");
+    QGuiApplication::setDesktopFileName(identity);
     const QtMessageHandler before = qInstallMessageHandler(explainMissingDisplay);
     auto application = std::make_unique<QApplication>(argc, argv);
     qInstallMessageHandler(before);
+    // Windows carry it themselves on X11; elsewhere the desktop file names it.
+    QGuiApplication::setWindowIcon(themeIcon(identity));
     return application;
 }
 
@@ -57,13 +61,17 @@ struct Parts {
             vm.loadPapers();
             vm.loadTags();
         }
-        return showLibraryWindow({.vm = vm,
-                                  .commands = application.commands(),
-                                  .covers = covers,
-                                  .preferences = services.preferences(),
-                                  .openWindow = [&application](const PDFOpenRequest &request) {
-                                      application.openReaderWindow(request);
-                                  }});
+        return showLibraryWindow(
+            {.vm = vm,
+             .commands = application.commands(),
+             .covers = covers,
+             .preferences = services.preferences(),
+             .openWindow =
+                 [&application](const PDFOpenRequest &request) { application.openReaderWindow(request); },
+             .isQuitting =
+                 [&application] {
+                     return application.isQuitting();
+                 }});
     }
 
     OpenedWindow makeReaderWindow(const PDFOpenRequest &request)
@@ -88,16 +96,7 @@ struct Parts {
     Services services{ServiceLocations::ofTheUser()};
     SessionManager sessions{sessionFilePath(), services.clock()};
     RestoreGuard restoreGuard{services.preferences(), services.clock()};
-    LibraryViewModel vm{{.db = services.db(),
-                         .library = services.library(),
-                         .publisher = services.publisher(),
-                         .preferences = services.preferences(),
-                         .clock = services.clock(),
-                         .importFlow = services.importFlow(),
-                         .retagFlow = services.retagFlow(),
-                         .search = [this](const QString &query) {
-                             return services.search().search(query);
-                         }}};
+    LibraryViewModel vm{LibraryViewModel::Collaborators::of(services)};
     CoverCache covers;
     QuirevaultApp app{
         {.sessions = sessions,

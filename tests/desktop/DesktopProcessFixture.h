@@ -35,6 +35,17 @@ protected:
             loop.exec();
     }
 
+    /// Ends the program as a crash would, and waits until its name is free.
+    void crash(DesktopProcess &process)
+    {
+        QDBusServiceWatcher watcher(m_name, m_connection, QDBusServiceWatcher::WatchForUnregistration);
+        QEventLoop loop;
+        QObject::connect(&watcher, &QDBusServiceWatcher::serviceUnregistered, &loop, &QEventLoop::quit);
+        process.kill();
+        if (m_connection.interface()->isServiceRegistered(m_name))
+            loop.exec();
+    }
+
     QDBusMessage runCommand(const QString &command)
     {
         QDBusMessage call = QDBusMessage::createMethodCall(

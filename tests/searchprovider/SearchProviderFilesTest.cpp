@@ -27,7 +27,7 @@ TEST(SearchProviderFiles, TellTheBusWhichProgramHasTheName)
     const auto file = QStringLiteral("org.quirevault.Quirevault.SearchProvider.service.in");
     EXPECT_EQ(value(file, QStringLiteral("D-BUS Service/Name")), kName);
     EXPECT_EQ(value(file, QStringLiteral("D-BUS Service/Exec")),
-              QStringLiteral("@quirevault_libexec@/quirevault-search-provider"));
+              QStringLiteral("@CMAKE_INSTALL_FULL_LIBEXECDIR@/quirevault/quirevault-search-provider"));
 }
 
 TEST(SearchProviderFiles, TellTheShellWhereToAsk)
