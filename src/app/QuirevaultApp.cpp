@@ -9,7 +9,7 @@
 
 QuirevaultApp::QuirevaultApp(Collaborators collaborators)
     : m_with(std::move(collaborators))
-    , m_appDelegate(m_with.sessions, m_with.showUpdateResult)
+    , m_appDelegate(m_with.sessions, m_with.updates)
     , m_commands({.showAbout = m_with.showAbout,
                   .checkForUpdates = [this] { m_appDelegate.updater()->checkForUpdates(); },
                   .openLibraryWindow = [this] { openLibraryWindow(); },
@@ -27,6 +27,8 @@ QuirevaultApp::QuirevaultApp(Collaborators collaborators)
 void QuirevaultApp::start(const QList<PDFOpenRequest> &requests)
 {
     m_appDelegate.applicationDidFinishLaunching();
+    if (!m_appDelegate.updater()->canCheckForUpdates)
+        m_commands.checkForUpdates->setToolTip(QStringLiteral("No update service is configured."));
     if (requests.isEmpty())
         return openLibraryWindow();
     for (const PDFOpenRequest &request : requests)

@@ -31,7 +31,7 @@ public:
         /// the program; the answer may come later or never.
         std::function<void(std::function<void(bool reopen)> answer)> askToReopen;
         std::function<void()> showAbout;
-        Updater::ShowResult showUpdateResult;
+        Updater::Collaborators updates;
     };
     explicit QuirevaultApp(Collaborators collaborators);
 

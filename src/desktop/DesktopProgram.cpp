@@ -1,7 +1,9 @@
 #include "desktop/DesktopProgram.h"
 
+#include "app/DesktopFileOpener.h"
 #include "app/LibraryViewModel.h"
 #include "app/OpenRequestArguments.h"
+#include "app/ProgramInformation.h"
 #include "app/QuirevaultApp.h"
 #include "app/RestoreGuard.h"
 #include "app/Services.h"
@@ -15,6 +17,8 @@
 #include "ui/ContentView.h"
 #include "ui/CoverCache.h"
 
+#include <QDBusConnection>
+#include <QDesktopServices>
 #include <algorithm>
 #include <cstdio>
 #include <unistd.h>
@@ -97,6 +101,7 @@ struct Parts {
                              return services.search().search(query);
                          }}};
     CoverCache covers;
+    DesktopFileOpener packageOpener{&QDBusConnection::sessionBus, &QDesktopServices::openUrl};
     QuirevaultApp app{
         {.sessions = sessions,
          .restoreGuard = restoreGuard,
@@ -104,7 +109,15 @@ struct Parts {
          .makeReaderWindow = [this](const PDFOpenRequest &request) { return makeReaderWindow(request); },
          .askToReopen = askToReopen,
          .showAbout = [] { showAboutPanel(QApplication::activeWindow()); },
-         .showUpdateResult = showUpdateResult}};
+         .updates = {.http = services.http(),
+                     .preferences = services.preferences(),
+                     .clock = services.clock(),
+                     .opener = packageOpener,
+                     .program = InstalledProgram::ofThisBuild(programVersion()),
+                     .builtInFeed = builtInFeedAddress(),
+                     .folder = downloadsFolder(),
+                     .timeouts = {},
+                     .showWindow = showUpdates}}};
 };
 
 int runLibrary(SingleInstance &instance, const QList<PDFOpenRequest> &requests)

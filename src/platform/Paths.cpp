@@ -30,6 +30,11 @@ QString sessionFilePath()
     return dataFolder() + u"/session.json";
 }
 
+QString downloadsFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
+}
+
 QString programFolder()
 {
     // Unlike the name in argv, this holds whatever the program was started as.

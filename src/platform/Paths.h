@@ -12,6 +12,9 @@ QString sessionFilePath();
 /// Where the library lies when nothing in the environment says otherwise.
 QString defaultDataFolder();
 
+/// The user's folder for what they download. Not created here.
+QString downloadsFolder();
+
 /// The folder of the running executable.
 QString programFolder();
 
