@@ -3,9 +3,12 @@
 #include "updates/AppcastItem.h"
 
 #include <QImage>
+#include <utility>
 
 namespace
 {
+constexpr int kMarginPx = 10;
+
 bool isWebAddress(const QUrl &address)
 {
     return address.scheme() == u"https" || address.scheme() == u"http";
@@ -19,7 +22,6 @@ ReleaseNotesView::ReleaseNotesView(QWidget *parent)
     setAccessibleName(QStringLiteral("What is new"));
     setOpenLinks(false);
     setTabChangesFocus(true);
-    document()->setDocumentMargin(10);
     connect(this, &QTextBrowser::anchorClicked, this, [this](const QUrl &address) {
         if (isWebAddress(address))
             Q_EMIT webLinkFollowed(address);
@@ -33,10 +35,16 @@ void ReleaseNotesView::setNotes(const ReleaseNotes &notes)
 {
     QTextDocument::MarkdownFeatures features = QTextDocument::MarkdownDialectGitHub;
     features |= QTextDocument::MarkdownNoHTML;
+    // Filled before it is shown: a document that is seen is laid out again for each piece.
+    auto *filled = new QTextDocument(this);
+    filled->setDefaultFont(font());
+    filled->setDocumentMargin(kMarginPx);
     if (notes.format == ReleaseNotes::Format::Markdown)
-        document()->setMarkdown(notes.text, features);
+        filled->setMarkdown(notes.text, features);
     else
-        setPlainText(notes.text);
+        filled->setPlainText(notes.text);
+    setDocument(filled);
+    delete std::exchange(m_filled, filled);
 }
 
 QVariant ReleaseNotesView::loadResource(int type, const QUrl &)

@@ -19,4 +19,7 @@ public:
 Q_SIGNALS:
     /// A person follows a link to a page of the web.
     void webLinkFollowed(const QUrl &address);
+
+private:
+    QTextDocument *m_filled = nullptr; ///< the document that is shown, once there is one
 };

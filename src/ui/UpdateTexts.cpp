@@ -42,7 +42,7 @@ UpdateTexts updateTexts(const Updater &updater)
     case UpdatePhase::Idle:
         break;
     case UpdatePhase::NotConfigured:
-        return {QStringLiteral("No update service is configured."),
+        return {QStringLiteral("No update service is configured"),
                 QStringLiteral("This Quirevault has no address to look for updates at. If it was installed "
                                "as a package, the updates of your system bring new versions.")};
     case UpdatePhase::Checking:

@@ -20,6 +20,11 @@ QString attribute(const QXmlStreamAttributes &attributes, QLatin1String name)
     return {};
 }
 
+QString shortened(const QString &text, qsizetype length)
+{
+    return text.size() <= length ? text : QString(QStringView(text).left(length - 1) % u'…');
+}
+
 /// What stands in an item, not yet judged.
 struct ItemTexts {
     QString version;
@@ -45,7 +50,7 @@ std::optional<AppcastItem> itemFrom(const ItemTexts &texts)
         DottedVersion::fromText(texts.minimumSystem.isEmpty() ? QStringLiteral("0") : texts.minimumSystem);
     if (!version || !minimumSystem || !url.isValid() || url.isEmpty())
         return {};
-    const QString shortVersion = onOneLine(texts.shortVersion).left(kMaxDisplayVersionCharacters);
+    const QString shortVersion = shortened(onOneLine(texts.shortVersion), kMaxDisplayVersionCharacters);
     return AppcastItem{
         .version = *version,
         .displayVersion = shortVersion.isEmpty() ? version->text() : shortVersion,
@@ -132,7 +137,7 @@ void AppcastReader::readPart(ItemTexts &item)
         skip();
     } else if (isRss("description")) {
         const QString format = attribute(m_xml.attributes(), QLatin1String("format"));
-        item.notes = {.text = text().left(kMaxNotesCharacters),
+        item.notes = {.text = shortened(text(), kMaxNotesCharacters),
                       .format = format == u"markdown" ? ReleaseNotes::Format::Markdown
                                                       : ReleaseNotes::Format::Plain};
     } else if (m_xml.name() == u"version") {

@@ -9,3 +9,8 @@ QString pdfEngineProgram()
 {
     return QStringLiteral(QUIREVAULT_ENGINE_PROGRAM);
 }
+
+QString appcastItemTool()
+{
+    return QStringLiteral(QUIREVAULT_TOOLS_FOLDER "/appcast-item");
+}

@@ -5,3 +5,6 @@
 // The executables under test, as they were built beside the tests.
 QString commandLineProgram();
 QString pdfEngineProgram();
+
+/// The script that signs a release for the update feed.
+QString appcastItemTool();

@@ -2,7 +2,7 @@
 
 #include "support/Printing.h"
 #include "support/TemporaryFolder.h"
-#include "updates/AppcastItem.h"
+#include "updates/Appcast.h"
 
 #include <QImage>
 #include <QSignalSpy>
@@ -90,9 +90,10 @@ TEST_F(ReleaseNotesViewTest, FollowsNoLinkToAnythingElse)
 
 TEST_F(ReleaseNotesViewTest, SurvivesNotesThatAreNestedWithoutEnd)
 {
-    for (const QChar mark : {u'>', u'[', u'*', u'-', u'`'}) {
-        showMarkdown(QString(32 * 1024, mark));
-        showMarkdown(QString(QString(mark) + u' ').repeated(16 * 1024));
+    m_view.show();
+    for (const QChar mark : {u'>', u'[', u'*', u'-', u'`', u'|'}) {
+        showMarkdown(QString(kMaxNotesCharacters, mark));
+        showMarkdown(QString(QString(mark) + u' ').repeated(kMaxNotesCharacters / 2));
     }
     showMarkdown(QStringLiteral("fine"));
     EXPECT_EQ(m_view.toPlainText(), u"fine");

@@ -75,7 +75,7 @@ TEST_F(UpdateWindowTest, SaysThatThereIsNoService)
 {
     builtInFeed.clear();
     makeUpdater().checkForUpdates();
-    EXPECT_EQ(heading(), u"No update service is configured.");
+    EXPECT_EQ(heading(), u"No update service is configured");
     EXPECT_EQ(buttons(), QStringList{QStringLiteral("Close")});
     EXPECT_TRUE(part<QCheckBox>("dailyUpdates")->isHidden());
 }
