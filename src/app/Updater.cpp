@@ -85,7 +85,7 @@ void Updater::startCheck()
 void Updater::checkEnded(const Found &found)
 {
     if (!found && isCancelled(found.error()))
-        return enter(UpdatePhase::Idle);
+        return m_isAsked ? startCheck() : enter(UpdatePhase::Idle); // asked again before it had stopped
     if (found && *found)
         return offer(**found);
     if (m_isAsked)
@@ -158,6 +158,7 @@ void Updater::dismiss()
 
 void Updater::cancel()
 {
+    m_isAsked = false;
     m_stop.request_stop();
 }
 

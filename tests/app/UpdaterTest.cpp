@@ -152,6 +152,18 @@ TEST_F(UpdaterTest, StopsACheckThatNobodyWantsToSeeAnyMore)
     EXPECT_EQ(phase(), UpdatePhase::Idle);
 }
 
+TEST_F(UpdaterTest, ChecksAnewWhenAskedBeforeAStoppedCheckHasEnded)
+{
+    offer({});
+    Hold hold(*this);
+    updater().checkForUpdates();
+    updater().cancel();
+    updater().checkForUpdates();
+    hold.release();
+    waitWhile(UpdatePhase::Checking);
+    EXPECT_EQ(phase(), UpdatePhase::Available);
+}
+
 TEST_F(UpdaterTest, IsSilentUnaskedWhenThereIsNothingNew)
 {
     offer({.version = "1.0"});
