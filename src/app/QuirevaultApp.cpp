@@ -11,7 +11,7 @@
 
 QuirevaultApp::QuirevaultApp(Collaborators collaborators)
     : m_with(std::move(collaborators))
-    , m_appDelegate(m_with.sessions, m_with.showUpdateResult)
+    , m_appDelegate(m_with.sessions, m_with.updates)
     , m_commands({.showAbout = m_with.showAbout,
                   .checkForUpdates = [this] { m_appDelegate.updater()->checkForUpdates(); },
                   .openLibraryWindow = [this] { openLibraryWindow(); },
@@ -38,6 +38,8 @@ void QuirevaultApp::start(const QList<PDFOpenRequest> &requests)
 void QuirevaultApp::startWithoutWindow()
 {
     m_appDelegate.applicationDidFinishLaunching();
+    if (!m_appDelegate.updater()->canCheckForUpdates)
+        m_commands.checkForUpdates->setToolTip(QStringLiteral("No update service is configured."));
 }
 
 void QuirevaultApp::openLibraryWindow()

@@ -36,7 +36,7 @@ public:
         /// the program; the answer may come later or never.
         std::function<void(std::function<void(bool reopen)> answer)> askToReopen;
         std::function<void()> showAbout;
-        Updater::ShowResult showUpdateResult;
+        Updater::Collaborators updates;
         /// Looks a paper of the library up by its id; needed by `openPaper` alone, as what follows.
         std::function<QFuture<Result<std::optional<Paper>>>(const QString &id)> findPaper = {};
         /// Puts `text` into the library window's search field; called when the window is open.

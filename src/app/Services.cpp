@@ -122,3 +122,8 @@ SystemSearchPublisher &Services::publisher()
 {
     return m_parts->systemSearch;
 }
+
+HttpClient &Services::http()
+{
+    return m_parts->http;
+}

@@ -5,6 +5,7 @@
 
 class Clock;
 class DatabaseManager;
+class HttpClient;
 class ImportFlow;
 class NativeLibraryService;
 class NativeSearchService;
@@ -39,6 +40,7 @@ public:
     Preferences &preferences();
     const Clock &clock();
     SystemSearchPublisher &publisher();
+    HttpClient &http();
 
 private:
     struct Parts;

@@ -1,7 +1,9 @@
 #include "desktop/DesktopProgram.h"
 
+#include "app/DesktopFileOpener.h"
 #include "app/LibraryViewModel.h"
 #include "app/OpenRequestArguments.h"
+#include "app/ProgramInformation.h"
 #include "app/QuirevaultApp.h"
 #include "app/RestoreGuard.h"
 #include "app/Services.h"
@@ -19,6 +21,8 @@
 #include "ui/ContentView.h"
 #include "ui/CoverCache.h"
 
+#include <QDBusConnection>
+#include <QDesktopServices>
 #include <algorithm>
 #include <cstdio>
 #include <unistd.h>
@@ -98,6 +102,7 @@ struct Parts {
     RestoreGuard restoreGuard{services.preferences(), services.clock()};
     LibraryViewModel vm{LibraryViewModel::Collaborators::of(services)};
     CoverCache covers;
+    DesktopFileOpener packageOpener{&QDBusConnection::sessionBus, &QDesktopServices::openUrl};
     QuirevaultApp app{
         {.sessions = sessions,
          .restoreGuard = restoreGuard,
@@ -105,7 +110,15 @@ struct Parts {
          .makeReaderWindow = [this](const PDFOpenRequest &request) { return makeReaderWindow(request); },
          .askToReopen = askToReopen,
          .showAbout = [] { showAboutPanel(QApplication::activeWindow()); },
-         .showUpdateResult = showUpdateResult,
+         .updates = {.http = services.http(),
+                     .preferences = services.preferences(),
+                     .clock = services.clock(),
+                     .opener = packageOpener,
+                     .program = InstalledProgram::ofThisBuild(programVersion()),
+                     .builtInFeed = builtInFeedAddress(),
+                     .folder = downloadsFolder(),
+                     .timeouts = {},
+                     .showWindow = showUpdates},
          .findPaper = [this](const QString &id) { return services.library().paperById(id); },
          .searchLibrary = [this](const QString &text) { vm.queryText = text; },
          .showProblem =

@@ -35,6 +35,11 @@ QString systemSearchPath()
     return dataFolder() + u"/system-search.db";
 }
 
+QString downloadsFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
+}
+
 QString programFolder()
 {
     // Unlike the name in argv, this holds whatever the program was started as.

@@ -15,6 +15,9 @@ QString systemSearchPath();
 /// Where the library lies when nothing in the environment says otherwise.
 QString defaultDataFolder();
 
+/// The user's folder for what they download. Not created here.
+QString downloadsFolder();
+
 /// The folder of the running executable.
 QString programFolder();
 

@@ -6,6 +6,7 @@
 #include "support/FakeClock.h"
 #include "support/Printing.h"
 #include "support/TemporaryFolder.h"
+#include "support/UpdaterFixture.h"
 
 #include <QFile>
 #include <gtest/gtest.h>
@@ -69,7 +70,18 @@ protected:
                 .makeReaderWindow = [this](const PDFOpenRequest &request) { return makeReader(request); },
                 .askToReopen = [this](auto answer) { m_answer = answer; },
                 .showAbout = [this] { ++m_aboutShown; },
-                .showUpdateResult = [this](const QString &result) { m_updateResult = result; },
+                .updates = {.http = m_http,
+                            .preferences = m_preferences,
+                            .clock = m_clock,
+                            .opener = m_opener,
+                            .program = {},
+                            .builtInFeed = m_updateFeed,
+                            .folder = m_folder.path(),
+                            .timeouts = {},
+                            .showWindow =
+                                [this](Updater &, Updater::Attention) {
+                                    ++m_updatesShown;
+                                }},
                 .findPaper =
                     [this](const QString &id) {
                         m_lookedUp = id;
@@ -95,11 +107,14 @@ protected:
     std::vector<std::unique_ptr<PretendedWindow>> m_readers;
     QList<PDFOpenRequest> m_requests;
     int m_aboutShown = 0;
-    QString m_updateResult;
     QString m_lookedUp;
     Result<std::optional<Paper>> m_found;
     QString m_searched;
     QString m_problem;
+    CurlHttpClient m_http;
+    RecordingOpener m_opener;
+    QString m_updateFeed;
+    int m_updatesShown = 0;
     std::unique_ptr<QuirevaultApp> m_app;
 };
 
@@ -282,9 +297,22 @@ TEST_F(QuirevaultAppTest, SavesTheSessionAtOnceWhenItEnds)
 TEST_F(QuirevaultAppTest, SaysThatThereIsNoUpdateService)
 {
     app().start();
+    const QAction *command = app().commands().checkForUpdates;
+    EXPECT_EQ(command->toolTip(), QStringLiteral("No update service is configured."));
+    EXPECT_TRUE(command->isEnabled());
     app().commands().checkForUpdates->trigger();
-    EXPECT_EQ(m_updateResult, QStringLiteral("No update service is configured."));
-    EXPECT_FALSE(app().appDelegate().updater()->canCheckForUpdates.value());
+    EXPECT_EQ(m_updatesShown, 1);
+    const Updater &updater = *app().appDelegate().updater();
+    EXPECT_EQ(updater.phase.value(), UpdatePhase::NotConfigured);
+    EXPECT_FALSE(updater.canCheckForUpdates.value());
+}
+
+TEST_F(QuirevaultAppTest, LeavesTheCommandAsItIsWhereUpdatesCanBeLookedFor)
+{
+    m_updateFeed = QStringLiteral("https://updates.example/feed.xml");
+    app().start();
+    EXPECT_EQ(app().commands().checkForUpdates->toolTip(), QStringLiteral("Check for Updates…"));
+    EXPECT_TRUE(app().appDelegate().updater()->canCheckForUpdates.value());
 }
 
 TEST_F(QuirevaultAppTest, ShowsTheAboutPanel)

@@ -2,6 +2,7 @@
 // on the offscreen platform; at a scale other than 1, of the main ones.
 #include "screenshots/Camera.h"
 #include "screenshots/Stage.h"
+#include "screenshots/UpdateStates.h"
 #include "ui/AboutPanel.h"
 #include "ui/PaperDetailPanel.h"
 #include "ui/ShortcutsWindow.h"
@@ -133,6 +134,8 @@ public:
         closeDialogs();
     }
 
+    void takeUpdates() { takeUpdateStates(&m_stage.window(), m_camera); }
+
     void takeMenus()
     {
         auto *papers = m_stage.part<QAbstractItemView>("papers");
@@ -243,5 +246,6 @@ int main(int argc, char **argv)
         return 0;
     session.takeImport();
     session.takeAlerts();
+    session.takeUpdates();
     return 0;
 }

@@ -19,3 +19,8 @@ QString searchProviderProgram()
 {
     return QStringLiteral(QUIREVAULT_SEARCH_PROVIDER);
 }
+
+QString appcastItemTool()
+{
+    return QStringLiteral(QUIREVAULT_TOOLS_FOLDER "/appcast-item");
+}

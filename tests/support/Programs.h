@@ -7,3 +7,6 @@ QString commandLineProgram();
 QString pdfEngineProgram();
 QString desktopProgram();
 QString searchProviderProgram();
+
+/// The script that signs a release for the update feed.
+QString appcastItemTool();
