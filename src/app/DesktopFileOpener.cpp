@@ -68,9 +68,9 @@ bool leadsBack(const DesktopEntry &entry)
            });
 }
 
-QList<DesktopEntry> otherViewers(const DesktopFolders &folders)
+QList<DesktopEntry> otherViewers(const QString &fileType, const DesktopFolders &folders)
 {
-    QList<DesktopEntry> viewers = applicationsFor(QStringLiteral("application/pdf"), folders);
+    QList<DesktopEntry> viewers = applicationsFor(fileType, folders);
     // One for a terminal would start without any.
     viewers.removeIf([](const DesktopEntry &entry) { return entry.needsTerminal || leadsBack(entry); });
     return viewers;
@@ -94,12 +94,17 @@ DesktopFileOpener::DesktopFileOpener(Desktop desktop)
 {
 }
 
+DesktopFileOpener::Desktop DesktopFileOpener::Desktop::ofTheUser()
+{
+    return {.bus = &QDBusConnection::sessionBus,
+            .openFolder = &QDesktopServices::openUrl,
+            .start = &startDetached,
+            .folders = DesktopFolders::ofTheUser()};
+}
+
 DesktopFileOpener &DesktopFileOpener::shared()
 {
-    static DesktopFileOpener opener({.bus = &QDBusConnection::sessionBus,
-                                     .openFolder = &QDesktopServices::openUrl,
-                                     .start = &startDetached,
-                                     .folders = DesktopFolders::ofTheUser()});
+    static DesktopFileOpener opener(Desktop::ofTheUser());
     return opener;
 }
 
@@ -108,8 +113,8 @@ void DesktopFileOpener::open(const QString &path, Done done)
     using Viewers = std::optional<QList<DesktopEntry>>; // nothing: there is no such file
     const QString absolute = QFileInfo(path).absoluteFilePath();
     ask<Viewers>(
-        [absolute, folders = m_desktop.folders] {
-            return QFileInfo::exists(absolute) ? Viewers(otherViewers(folders)) : std::nullopt;
+        [absolute, type = m_desktop.fileType, folders = m_desktop.folders] {
+            return QFileInfo::exists(absolute) ? Viewers(otherViewers(type, folders)) : std::nullopt;
         },
         [this, absolute, done](const Viewers &viewers) {
             viewers ? openWith(*viewers, absolute, done) : done(missing(absolute));

@@ -26,13 +26,17 @@ public:
         /// Starts a program that goes on when this one ends; false when it cannot be started.
         std::function<bool(const ProgramCall &call)> start;
         DesktopFolders folders;
+        QString fileType = QStringLiteral("application/pdf"); ///< of the files that it opens, a MIME type
+
+        /// The session's bus, and what Qt and the user's settings give.
+        static Desktop ofTheUser();
     };
 
     explicit DesktopFileOpener(Desktop desktop);
-    /// On the session's bus, with Qt's services of the desktop. Made at the first call.
+    /// Opens PDFs on the user's desktop. Made at the first call.
     static DesktopFileOpener &shared();
 
-    /// Opens the PDF in another viewer.
+    /// Opens the file in another program for files of its type.
     void open(const QString &path, Done done) override;
     /// Asks the file manager to select the file; where none can, opens the folder.
     void showInFolder(const QString &path, Done done) override;

@@ -22,7 +22,6 @@
 #include "ui/CoverCache.h"
 
 #include <QDBusConnection>
-#include <QDesktopServices>
 #include <algorithm>
 #include <cstdio>
 #include <unistd.h>
@@ -57,6 +56,13 @@ std::unique_ptr<QApplication> makeApplication(int &argc, char **argv)
 }
 
 /// Everything that lives as long as the program runs, in the order in which it needs each other.
+DesktopFileOpener::Desktop openerOfPackages()
+{
+    DesktopFileOpener::Desktop desktop = DesktopFileOpener::Desktop::ofTheUser();
+    desktop.fileType = QStringLiteral("application/vnd.debian.binary-package");
+    return desktop;
+}
+
 struct Parts {
     OpenedWindow makeLibraryWindow(QuirevaultApp &application)
     {
@@ -102,7 +108,7 @@ struct Parts {
     RestoreGuard restoreGuard{services.preferences(), services.clock()};
     LibraryViewModel vm{LibraryViewModel::Collaborators::of(services)};
     CoverCache covers;
-    DesktopFileOpener packageOpener{&QDBusConnection::sessionBus, &QDesktopServices::openUrl};
+    DesktopFileOpener packageOpener{openerOfPackages()};
     QuirevaultApp app{
         {.sessions = sessions,
          .restoreGuard = restoreGuard,

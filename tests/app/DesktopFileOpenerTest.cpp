@@ -80,13 +80,17 @@ protected:
         return answerOf([&](auto done) { opener.showInFolder(path, done); });
     }
 
-    /// A program for PDFs, of which `id` makes the file's name.
-    void viewer(const QString &id, const QByteArray &exec, const QByteArray &more = {})
+    /// A program for files of a type, of which `id` makes the file's name.
+    void program(const QByteArray &type, const QString &id, const QByteArray &exec,
+                 const QByteArray &more = {})
     {
         QDir().mkpath(folder.path(QStringLiteral("share/applications")));
         folder.write(u"share/applications/" + id + u".desktop",
-                     "[Desktop Entry]\nType=Application\nMimeType=application/pdf;\nExec=" + exec + "\n" +
-                         more);
+                     "[Desktop Entry]\nType=Application\nMimeType=" + type + ";\nExec=" + exec + "\n" + more);
+    }
+    void viewer(const QString &id, const QByteArray &exec, const QByteArray &more = {})
+    {
+        program("application/pdf", id, exec, more);
     }
     void makeDefault(const QByteArray &id)
     {
@@ -109,20 +113,21 @@ protected:
     bool hasFolderProgram = true;
     QList<ProgramCall> started;
     int failingStarts = 0;
-    DesktopFileOpener opener{{.bus = [] { return QDBusConnection(kName); },
-                              .openFolder =
-                                  [this](const QUrl &url) {
-                                      urls.append(url);
-                                      return hasFolderProgram;
-                                  },
-                              .start =
-                                  [this](const ProgramCall &call) {
-                                      started.append(call);
-                                      return failingStarts-- <= 0;
-                                  },
-                              .folders = {.config = {folder.path()},
-                                          .data = {folder.path(QStringLiteral("share"))},
-                                          .desktops = {}}}};
+    DesktopFileOpener::Desktop desktop{.bus = [] { return QDBusConnection(kName); },
+                                       .openFolder =
+                                           [this](const QUrl &url) {
+                                               urls.append(url);
+                                               return hasFolderProgram;
+                                           },
+                                       .start =
+                                           [this](const ProgramCall &call) {
+                                               started.append(call);
+                                               return failingStarts-- <= 0;
+                                           },
+                                       .folders = {.config = {folder.path()},
+                                                   .data = {folder.path(QStringLiteral("share"))},
+                                                   .desktops = {}}};
+    DesktopFileOpener opener{desktop};
 
 private:
     QDBusServer m_server;
@@ -140,6 +145,17 @@ TEST_F(DesktopFileOpenerTest, OpensAFileInTheProgramThatTheUserPrefers)
     EXPECT_EQ(open(path), std::nullopt);
     EXPECT_EQ(startedArguments(), QList<QStringList>{QStringList({QStringLiteral("--b"), path})});
     EXPECT_TRUE(started.first().program.startsWith(u'/'));
+}
+
+TEST_F(DesktopFileOpenerTest, OpensFilesOfTheTypeThatItIsFor)
+{
+    viewer(QStringLiteral("viewer"), "true --view %f");
+    program("application/x-parcel", QStringLiteral("unpacker"), "true --unpack %f");
+    desktop.fileType = QStringLiteral("application/x-parcel");
+    DesktopFileOpener ofParcels{desktop};
+    const QString path = file(QStringLiteral("a.parcel"));
+    EXPECT_EQ(answerOf([&](auto done) { ofParcels.open(path, done); }), std::nullopt);
+    EXPECT_EQ(startedArguments(), QList<QStringList>{QStringList({QStringLiteral("--unpack"), path})});
 }
 
 TEST_F(DesktopFileOpenerTest, NeverOpensAFileInThisProgram)
