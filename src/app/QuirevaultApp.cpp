@@ -130,7 +130,9 @@ void QuirevaultApp::reopen()
 
 bool QuirevaultApp::runCommand(const QString &name)
 {
-    auto *command = m_commands.findChild<QAction *>(name, Qt::FindDirectChildrenOnly);
+    // The desktop's menu entry for the application has an action of its own name for the main window.
+    const QString known = name == u"new-window" ? m_commands.library->objectName() : name;
+    auto *command = m_commands.findChild<QAction *>(known, Qt::FindDirectChildrenOnly);
     if (!command)
         return false;
     command->trigger();

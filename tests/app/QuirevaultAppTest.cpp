@@ -336,6 +336,14 @@ TEST_F(QuirevaultAppTest, RunsACommandByItsName)
     EXPECT_FALSE(app().runCommand(QStringLiteral("dance")));
 }
 
+TEST_F(QuirevaultAppTest, OpensTheLibraryWindowForTheDesktopsMenuEntry)
+{
+    app().start();
+    m_library.isOpen = false;
+    EXPECT_TRUE(app().runCommand(QStringLiteral("new-window")));
+    EXPECT_EQ(m_librariesMade, 2);
+}
+
 TEST_F(QuirevaultAppTest, StaysWhenTheLibraryWindowDoes)
 {
     app().start();
