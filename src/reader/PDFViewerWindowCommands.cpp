@@ -116,10 +116,11 @@ void PDFViewerWindow::askWhereFileIs()
 QCoro::Task<> PDFViewerWindow::findPaper()
 {
     const QPointer self(this);
+    const QUrl file = m_request.url;
     const auto looking = m_request.paperId ? m_services.library.paperById(*m_request.paperId)
                                            : m_services.library.paperByFilepath(m_request.url.toLocalFile());
     const Result<std::optional<Paper>> found = co_await looking;
-    if (!self || !found || !*found)
+    if (!self || m_request.url != file || !found || !*found)
         co_return;
     const Paper &paper = **found;
     m_paperTitle = paper.title;
@@ -209,6 +210,13 @@ void PDFViewerWindow::setFullScreen(bool isFull)
     menuBar()->setVisible(!isFull);
     m_toolBar->setVisible(!isFull);
     setWindowState(windowState().setFlag(Qt::WindowFullScreen, isFull));
+}
+
+void PDFViewerWindow::changeEvent(QEvent *event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange) // perhaps by the desktop
+        m_actions->fullScreen->setChecked(isFullScreen());
 }
 
 void PDFViewerWindow::keyPressEvent(QKeyEvent *event)

@@ -18,7 +18,9 @@ void PageStock::setSource(std::unique_ptr<PageSource> source)
     m_scheduler = std::make_unique<PageScheduler>(
         *m_source, [this](const PageJob &job, PageAnswer answer) { keep(job, std::move(answer)); },
         [this](const PageJob &job) {
-            if (job.kind == PageJob::Kind::Picture)
+            if (job.kind == PageJob::Kind::Sizes) // each page may still be drawn, or say that it cannot be
+                sizesArrived(job.page, PageSizes(size_t(PageLayout::kBlockPages)));
+            else if (job.kind == PageJob::Kind::Picture)
                 pictureArrived(job.page);
         });
 }

@@ -37,7 +37,8 @@ public:
     /// Whether `tile` cannot be drawn.
     bool hasFailed(const PageTile &tile) const;
 
-    /// Told of what came; texts and links are in `contents` then, pictures in `cache`.
+    /// Told of what came; texts and links are in `contents` then, pictures in `cache`. Sizes that cannot be
+    /// had come as none.
     std::function<void(qint64 firstPage, const PageSizes &sizes)> sizesArrived;
     std::function<void(qint64 page)> pictureArrived; ///< or failed
     std::function<void(qint64 page)> contentArrived;

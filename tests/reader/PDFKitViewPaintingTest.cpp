@@ -110,6 +110,22 @@ TEST_F(PDFKitViewPaintingTest, SaysThatAPageCannotBeShown)
     EXPECT_TRUE(pages.questions.empty());
 }
 
+TEST_F(PDFKitViewPaintingTest, SaysSoWhereNoPageHasASize)
+{
+    pages.failures[{Kind::Sizes, 0}] = pdfError(PDFErrorCode::PageUnavailable);
+    for (qint64 page = 0; page < pages.count; ++page)
+        pages.failures[{Kind::Picture, page}] = pdfError(PDFErrorCode::PageUnavailable);
+    view.setPages(pages.source());
+    const QImage backdrop = picture();
+    pages.answerNext();
+    const QImage blank = picture();
+    EXPECT_NE(blank, backdrop);
+    pages.answerAll();
+    EXPECT_NE(picture(), blank);
+    EXPECT_TRUE(view.isSharp()) << "there is nothing more to come";
+    EXPECT_TRUE(pages.questions.empty());
+}
+
 TEST_F(PDFKitViewPaintingTest, DrawsAShadowAroundThePage)
 {
     showPages();

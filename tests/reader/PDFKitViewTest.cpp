@@ -102,6 +102,27 @@ TEST_F(PDFKitViewTest, GoesToAPageAndBack)
     EXPECT_EQ(historyChanges, 4) << "once for the document, the jump, and each step";
 }
 
+TEST_F(PDFKitViewTest, TellsOfAJumpToWhereItIs)
+{
+    showPages();
+    historyChanges = 0;
+    view.goToPage(0);
+    EXPECT_EQ(historyChanges, 1);
+    EXPECT_FALSE(view.canGoBack());
+}
+
+TEST_F(PDFKitViewTest, ForgetsTheWayBack)
+{
+    showPages();
+    view.goToPage(3);
+    view.goToPage(5);
+    view.goBack();
+    view.forgetHistory();
+    EXPECT_FALSE(view.canGoBack());
+    EXPECT_FALSE(view.canGoForward());
+    EXPECT_EQ(view.currentPageIndex(), 3);
+}
+
 TEST_F(PDFKitViewTest, RemembersNoPositionThatScrollingLeft)
 {
     showPages();

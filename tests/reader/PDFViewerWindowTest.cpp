@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QMenu>
+#include <QMenuBar>
 #include <QSplitter>
 #include <QToolBar>
 #include <QToolButton>
@@ -311,6 +312,35 @@ TEST_F(PDFViewerWindowTest, FillsTheScreenByF11AndLeavesItByEscape)
     QTest::keyClick(&window->view(), Qt::Key_Escape);
     EXPECT_FALSE(window->isFullScreen());
     EXPECT_TRUE(isShown("readerToolBar"));
+}
+
+TEST_F(PDFViewerWindowTest, LeavesTheFullScreenAlsoWhenTheDesktopEndsIt)
+{
+    open(requestFor(threePages()));
+    actions().fullScreen->trigger();
+    window->setWindowState(Qt::WindowNoState);
+    EXPECT_FALSE(actions().fullScreen->isChecked());
+    EXPECT_TRUE(isShown("readerToolBar"));
+    EXPECT_TRUE(window->menuBar()->isVisible());
+    window->setWindowState(Qt::WindowFullScreen);
+    EXPECT_TRUE(actions().fullScreen->isChecked());
+    EXPECT_FALSE(isShown("readerToolBar"));
+}
+
+TEST_F(PDFViewerWindowTest, SearchesAndTakesPageNumbersOnTheFullScreen)
+{
+    open(requestFor(threePages()));
+    QTest::keyClick(&window->view(), Qt::Key_F11);
+    QTest::keyClick(&window->view(), Qt::Key_F, Qt::ControlModifier);
+    EXPECT_TRUE(isShown("readerToolBar"));
+    EXPECT_TRUE(find<QLineEdit>("readerSearchField")->hasFocus());
+    actions().fullScreen->setChecked(false);
+    actions().fullScreen->setChecked(true);
+    EXPECT_FALSE(isShown("readerToolBar"));
+    QTest::keyClick(&window->view(), Qt::Key_G, Qt::ControlModifier);
+    EXPECT_TRUE(isShown("readerToolBar"));
+    EXPECT_TRUE(pageNumber().hasFocus());
+    EXPECT_TRUE(window->isFullScreen());
 }
 
 TEST_F(PDFViewerWindowTest, RemembersItsSidebarAndDarkPages)

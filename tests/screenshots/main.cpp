@@ -4,6 +4,7 @@
 #include "screenshots/DarkPalette.h"
 #include "screenshots/ReaderScenes.h"
 #include "screenshots/Stage.h"
+#include "screenshots/UpdateStates.h"
 #include "ui/AboutPanel.h"
 #include "ui/PaperDetailPanel.h"
 #include "ui/ShortcutsWindow.h"
@@ -124,6 +125,8 @@ public:
         closeDialogs();
     }
 
+    void takeUpdates() { takeUpdateStates(&m_stage.window(), m_camera); }
+
     void takeMenus()
     {
         auto *papers = m_stage.part<QAbstractItemView>("papers");
@@ -236,6 +239,7 @@ int main(int argc, char **argv)
     if (isWhole) {
         session.takeImport();
         session.takeAlerts();
+        session.takeUpdates();
     }
     ReaderScenes scenes(session.stage(), camera);
     scenes.takeReading();
