@@ -178,16 +178,7 @@ int main(int argc, char **argv)
         return 1;
     Services services(
         {folder.filePath(QStringLiteral("library.db")), folder.filePath(QStringLiteral("covers"))});
-    LibraryViewModel vm({.db = services.db(),
-                         .library = services.library(),
-                         .publisher = services.publisher(),
-                         .preferences = services.preferences(),
-                         .clock = services.clock(),
-                         .importFlow = services.importFlow(),
-                         .retagFlow = services.retagFlow(),
-                         .search = [](const QString &) {
-                             return QFuture<Result<QList<SearchResult>>>();
-                         }});
+    LibraryViewModel vm(LibraryViewModel::Collaborators::of(services));
     CoverCache cache;
     LibraryGrid grid(vm, cache, [](const PDFOpenRequest &) {});
     const QList<Paper> papers = makePapers(covers);

@@ -19,7 +19,16 @@ public:
     {
     }
 
-    QString next()
+    QStringList draw(int count)
+    {
+        QStringList queries;
+        while (queries.size() < count)
+            queries.append(query());
+        return queries;
+    }
+
+private:
+    QString query()
     {
         QStringList words;
         for (std::uint64_t count = 1 + m_random() % 3; count > 0; --count)
@@ -27,7 +36,6 @@ public:
         return words.join(u' ');
     }
 
-private:
     QByteArray word()
     {
         for (;;) {

@@ -35,10 +35,7 @@ int main(int argc, char **argv)
     if (argc != 2)
         return 2;
     RawSearch library(libraryDatabasePath());
-    QuerySample sample(library);
-    QStringList queries;
-    while (queries.size() < kQueries)
-        queries.append(sample.next());
+    const QStringList queries = QuerySample(library).draw(kQueries);
 
     DatabaseManager db(libraryDatabasePath());
     NativeSearchService service(db);

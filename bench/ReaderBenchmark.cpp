@@ -1,10 +1,10 @@
 // Measures the reader's view:
 //     quirevault-bench-reader generate FILE PAGES   writes a document of PAGES full pages of text
-//     quirevault-bench-reader show FILE             prints when page 1 was painted, microseconds since 1970
 //     quirevault-bench-reader scroll FILE SECONDS   scrolls a page a second; prints main-thread times
 //     quirevault-bench-reader read FILE             looks at every page; prints peaks of memory
 // PDF documents are read by the engine next to the program.
 #include "Figures.h"
+#include "MarkedPage.h"
 #include "PaintedTime.h"
 #include "ReaderFrames.h"
 #include "pdf/EngineDocument.h"
@@ -70,6 +70,16 @@ void wait(std::chrono::milliseconds time)
     loop.exec();
 }
 
+/// A band above the text.
+QByteArray firstPageMark()
+{
+    const auto part = [](double share) -> QByteArray {
+        return QByteArray::number(share, 'f', 3) + ' ';
+    };
+    return part(kMarkColor.redF()) + part(kMarkColor.greenF()) + part(kMarkColor.blueF()) +
+           "rg 72 740 480 30 re f";
+}
+
 QByteArray documentOf(int pages)
 {
     PdfBuilder builder;
@@ -79,7 +89,7 @@ QByteArray documentOf(int pages)
             lines.append(QStringLiteral("Page %1, line %2: the saddlepoint of a matrix is where its rows end")
                              .arg(page + 1)
                              .arg(line + 1));
-        builder.page(lines);
+        builder.page(PdfPage{.lines = lines, .drawing = page == 0 ? firstPageMark() : QByteArray()});
     }
     return builder.build();
 }
@@ -88,16 +98,6 @@ int generate(const QString &path, int pages)
 {
     QFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(documentOf(pages)) > 0 ? 0 : 1;
-}
-
-int show(const QString &path)
-{
-    Reading reading(path);
-    QObject::connect(&reading.view, &PDFKitView::becameSharp, [&reading] {
-        reading.view.viewport()->repaint();
-        tellPainted();
-    });
-    return QApplication::exec();
 }
 
 /// Scrolls for `time` at a page a second, in steps of 60 a second.
@@ -191,13 +191,10 @@ int main(int argc, char **argv)
     const QString command = words.value(1);
     if (command == u"generate" && words.size() == 4)
         return generate(words[2], words[3].toInt());
-    if (command == u"show" && words.size() == 3)
-        return show(words[2]);
     if (command == u"scroll" && words.size() == 4)
         return scroll(words[2], words[3].toInt());
     if (command == u"read" && words.size() == 3)
         return read(words[2]);
-    std::fputs("quirevault-bench-reader generate FILE PAGES | show FILE | scroll FILE SECONDS | read FILE\n",
-               stderr);
+    std::fputs("quirevault-bench-reader generate FILE PAGES | scroll FILE SECONDS | read FILE\n", stderr);
     return 2;
 }

@@ -4,15 +4,15 @@
 
 #include <utility>
 
-AppDelegate::AppDelegate(SessionManager &sessions, Updater::ShowResult showUpdateResult)
+AppDelegate::AppDelegate(SessionManager &sessions, Updater::Collaborators updates)
     : m_sessions(sessions)
-    , m_showUpdateResult(std::move(showUpdateResult))
+    , m_updates(std::move(updates))
 {
 }
 
 void AppDelegate::applicationDidFinishLaunching()
 {
-    m_updater = std::make_unique<Updater>(m_showUpdateResult);
+    m_updater = std::make_unique<Updater>(m_updates);
 }
 
 void AppDelegate::applicationWillTerminate()

@@ -11,7 +11,7 @@ class AppDelegate
 {
 public:
     /// `sessions` must outlive the delegate.
-    AppDelegate(SessionManager &sessions, Updater::ShowResult showUpdateResult);
+    AppDelegate(SessionManager &sessions, Updater::Collaborators updates);
 
     /// Starts the updater.
     void applicationDidFinishLaunching();
@@ -25,6 +25,6 @@ public:
 
 private:
     SessionManager &m_sessions;
-    Updater::ShowResult m_showUpdateResult;
+    Updater::Collaborators m_updates;
     std::unique_ptr<Updater> m_updater;
 };

@@ -2,21 +2,15 @@
 
 #include "app/LibraryViewModel.h"
 
-#include <QKeySequence>
 #include <utility>
 
-namespace
-{
-/// `name` is what other programs call the action by; people read `text`.
-QAction *actionNamed(const QString &name, const QString &text, QObject *parent,
-                     const QKeySequence &shortcut = {})
+QAction *actionNamed(const QString &name, const QString &text, QObject *parent, const QKeySequence &shortcut)
 {
     auto *action = new QAction(text, parent);
     action->setObjectName(name);
     action->setShortcut(shortcut);
     return action;
 }
-} // namespace
 
 LibraryCommands::LibraryCommands(Targets targets, QObject *parent)
     : QObject(parent)

@@ -1,11 +1,16 @@
 #pragma once
 
 #include <QAction>
+#include <QKeySequence>
 #include <QObject>
 #include <QPointer>
 #include <functional>
 
 class LibraryViewModel;
+
+/// A command: people read `text`; of the application's, other programs call one by its `name`.
+QAction *actionNamed(const QString &name, const QString &text, QObject *parent,
+                     const QKeySequence &shortcut = {});
 
 /// The commands of the application, each one action that menus, toolbars and context menus share. Commands
 /// that work on a library do nothing while no library window has focus; none is ever disabled for that.

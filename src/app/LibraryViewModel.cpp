@@ -3,7 +3,6 @@
 
 #include "app/LibraryViewModelWork.h"
 #include "base/Log.h"
-#include "platform/Preferences.h"
 #include "store/NativeLibraryService.h"
 #include "store/ReservedTags.h"
 #include "store/SystemSearchPublisher.h"
@@ -27,14 +26,6 @@ QList<Paper> withoutPaper(QList<Paper> papers, const QString &id)
     if (gone != papers.cend())
         papers.erase(gone);
     return papers;
-}
-
-QStringList withoutReserved(const QStringList &tags)
-{
-    QStringList visible;
-    std::copy_if(tags.begin(), tags.end(), std::back_inserter(visible),
-                 [](const QString &tag) { return !isReservedTag(tag); });
-    return visible;
 }
 
 } // namespace
@@ -67,7 +58,11 @@ void LibraryViewModel::observe()
             QMetaObject::invokeMethod(
                 this, [this] { tellProblems(); }, Qt::QueuedConnection);
     }));
-    visibleTags.setBinding([this] { return withoutReserved(allTags); });
+    visibleTags.setBinding([this] {
+        QStringList tags = allTags;
+        tags.removeIf(isReservedTag);
+        return tags;
+    });
 }
 
 void LibraryViewModel::requireMainThread() const
@@ -102,25 +97,14 @@ LibraryViewModel::LoadedPapers LibraryViewModel::readPapers(const SidebarItem &i
                                                             const std::optional<Paper> &selected) const
 {
     LoadedPapers loaded;
-    loaded.papers = papersOf(item);
+    loaded.papers = papersOf(item, m_with.library, m_with.preferences);
+    loaded.isWholeLibrary = item.kind == SidebarItem::Kind::All;
     loaded.isNews = loaded.papers && *loaded.papers != shown;
     if (selected) {
         loaded.selectedId = selected->id;
         loaded.selected = m_with.library.paperById(selected->id).result();
     }
     return loaded;
-}
-
-Result<QList<Paper>> LibraryViewModel::papersOf(const SidebarItem &item) const
-{
-    if (item.kind == SidebarItem::Kind::RecentlyImported) {
-        const auto lastImport = m_with.preferences.text(QLatin1String(kLastImportDateKey));
-        if (!lastImport)
-            return QList<Paper>();
-        return m_with.library.recentlyImportedPapers(*lastImport).result();
-    }
-    const std::optional<QString> tag = tagFilter(item);
-    return (tag ? m_with.library.papersWithTag(*tag) : m_with.library.allPapers()).result();
 }
 
 void LibraryViewModel::take(const LoadedPapers &loaded)
@@ -134,7 +118,9 @@ void LibraryViewModel::take(const LoadedPapers &loaded)
     }
     if (loaded.isNews)
         replacePapers(*loaded.papers);
-    m_workers.start([&publisher = m_with.publisher, list = *loaded.papers] { publisher.publish(list); });
+    m_workers.start([&publisher = m_with.publisher, list = *loaded.papers, isAll = loaded.isWholeLibrary] {
+        isAll ? publisher.publishLibrary(list) : publisher.publish(list);
+    });
 }
 
 /// Shows a list that is known to differ from the one shown.

@@ -28,6 +28,7 @@ class ImportFlow;
 class NativeLibraryService;
 class Preferences;
 class RetagFlow;
+class Services;
 class SystemSearchPublisher;
 struct ImportOutcome;
 struct ImportProgress;
@@ -61,6 +62,8 @@ public:
         ImportFlow &importFlow;
         RetagFlow &retagFlow;
         Search search;
+
+        static Collaborators of(Services &services);
     };
 
     /// Empty, with nothing loaded: call `loadPapers` and `loadTags`.
@@ -158,7 +161,6 @@ private:
 
     LoadedPapers readPapers(const SidebarItem &item, const QList<Paper> &shown,
                             const std::optional<Paper> &selected) const;
-    Result<QList<Paper>> papersOf(const SidebarItem &item) const;
     void take(const LoadedPapers &loaded);
     void replacePapers(const QList<Paper> &list);
     void discardLoads();

@@ -171,7 +171,7 @@ QCoro::Task<> LibraryViewModel::runImport(QStringList paths)
                 this, [this, progress] { foldIn(progress); }, Qt::QueuedConnection);
         });
     });
-    const ImportOutcome outcome = co_await running;
+    const ImportOutcome outcome = co_await afterReportsOf(running);
     if (self)
         finishImport(outcome);
 }

@@ -8,7 +8,6 @@
 #include "store/ReservedTags.h"
 
 #include <QPointer>
-#include <algorithm>
 #include <qcorofuture.h>
 
 namespace
@@ -206,11 +205,8 @@ QStringList LibraryViewModel::tagsOnVisiblePapers() const
                 tags.insert(tag);
         }
     }
-    QStringList visible;
-    for (const QString &tag : std::as_const(tags)) {
-        if (!isReservedTag(tag))
-            visible.append(tag);
-    }
+    QStringList visible = tags.values();
+    visible.removeIf(isReservedTag);
     visible.sort();
     return visible;
 }
@@ -233,7 +229,7 @@ QCoro::Task<> LibraryViewModel::retagLibrary()
                     this, [this, count] { foldIn(count); }, Qt::QueuedConnection);
             });
         });
-    const Result<RetagCount> retagged = co_await running;
+    const Result<RetagCount> retagged = co_await afterReportsOf(running);
     if (!self)
         co_return;
     retagResult = retagged ? retagged->summary() : QString(u"Retag failed: " + retagged.error().message());

@@ -4,12 +4,14 @@
 #include "app/SessionManager.h"
 
 #include <QCoreApplication>
+#include <QPointer>
 #include <QSet>
+#include <qcorofuture.h>
 #include <utility>
 
 QuirevaultApp::QuirevaultApp(Collaborators collaborators)
     : m_with(std::move(collaborators))
-    , m_appDelegate(m_with.sessions, m_with.showUpdateResult)
+    , m_appDelegate(m_with.sessions, m_with.updates)
     , m_commands({.showAbout = m_with.showAbout,
                   .checkForUpdates = [this] { m_appDelegate.updater()->checkForUpdates(); },
                   .openLibraryWindow = [this] { openLibraryWindow(); },
@@ -26,11 +28,18 @@ QuirevaultApp::QuirevaultApp(Collaborators collaborators)
 
 void QuirevaultApp::start(const QList<PDFOpenRequest> &requests)
 {
-    m_appDelegate.applicationDidFinishLaunching();
+    startWithoutWindow();
     if (requests.isEmpty())
         return openLibraryWindow();
     for (const PDFOpenRequest &request : requests)
         openReaderWindow(request);
+}
+
+void QuirevaultApp::startWithoutWindow()
+{
+    m_appDelegate.applicationDidFinishLaunching();
+    if (!m_appDelegate.updater()->canCheckForUpdates)
+        m_commands.checkForUpdates->setToolTip(QStringLiteral("No update service is configured."));
 }
 
 void QuirevaultApp::openLibraryWindow()
@@ -89,6 +98,30 @@ void QuirevaultApp::openFiles(const QList<QUrl> &files)
     }
 }
 
+QCoro::Task<> QuirevaultApp::openPaper(QString paperId)
+{
+    const QPointer self(this);
+    const QFuture<Result<std::optional<Paper>>> finding = m_with.findPaper(paperId);
+    const Result<std::optional<Paper>> paper = co_await finding;
+    if (!self)
+        co_return;
+    if (paper && *paper) {
+        openReaderWindow({.id = QUuid::createUuid(),
+                          .url = QUrl::fromLocalFile((*paper)->filepath),
+                          .paperId = (*paper)->id});
+        co_return;
+    }
+    openLibraryWindow();
+    m_with.showProblem(paper ? QStringLiteral("This paper is no longer in the library.")
+                             : paper.error().message());
+}
+
+void QuirevaultApp::search(const QString &text)
+{
+    openLibraryWindow();
+    m_with.searchLibrary(text);
+}
+
 void QuirevaultApp::reopen()
 {
     if (m_appDelegate.applicationShouldHandleReopen(m_libraryWindow.isOpen()))
@@ -97,7 +130,9 @@ void QuirevaultApp::reopen()
 
 bool QuirevaultApp::runCommand(const QString &name)
 {
-    auto *command = m_commands.findChild<QAction *>(name, Qt::FindDirectChildrenOnly);
+    // The desktop's menu entry for the application has an action of its own name for the main window.
+    const QString known = name == u"new-window" ? m_commands.library->objectName() : name;
+    auto *command = m_commands.findChild<QAction *>(known, Qt::FindDirectChildrenOnly);
     if (!command)
         return false;
     command->trigger();

@@ -3,13 +3,18 @@
 #include "app/AppDelegate.h"
 #include "app/LibraryCommands.h"
 #include "app/OpenedWindow.h"
+#include "base/Result.h"
 #include "reader/PDFOpenRequest.h"
+#include "store/Paper.h"
 
+#include <QFuture>
 #include <QHash>
 #include <QList>
 #include <QObject>
 #include <QUrl>
 #include <functional>
+#include <optional>
+#include <qcorotask.h>
 
 class RestoreGuard;
 class SessionManager;
@@ -31,7 +36,13 @@ public:
         /// the program; the answer may come later or never.
         std::function<void(std::function<void(bool reopen)> answer)> askToReopen;
         std::function<void()> showAbout;
-        Updater::ShowResult showUpdateResult;
+        Updater::Collaborators updates;
+        /// Looks a paper of the library up by its id; needed by `openPaper` alone, as what follows.
+        std::function<QFuture<Result<std::optional<Paper>>>(const QString &id)> findPaper = {};
+        /// Puts `text` into the library window's search field; called when the window is open.
+        std::function<void(const QString &text)> searchLibrary = {};
+        /// Tells the person in the library window what went wrong.
+        std::function<void(const QString &message)> showProblem = {};
     };
     explicit QuirevaultApp(Collaborators collaborators);
 
@@ -41,6 +52,8 @@ public:
     /// Finishes launching and opens reader windows for `requests`, or else the library window: who asks for a
     /// paper gets the paper.
     void start(const QList<PDFOpenRequest> &requests = {});
+    /// Finishes launching and opens nothing: somebody is about to ask for a window.
+    void startWithoutWindow();
     /// Shows the one library window, which may have been closed. The first time, the reader windows that
     /// were open at the end of the last session open again; when that went badly twice, only if the person
     /// wants it.
@@ -49,6 +62,11 @@ public:
     void openReaderWindow(const PDFOpenRequest &request);
     /// Opens each file in a reader window; addresses of anything but files are left out.
     void openFiles(const QList<QUrl> &files);
+    /// Opens the paper of that id in a reader window; of one that the library does not have it says so in the
+    /// library window.
+    QCoro::Task<> openPaper(QString paperId);
+    /// Shows the library window with a search for `text`.
+    void search(const QString &text);
     /// What another start of the program asks for.
     void reopen();
     /// Runs the command of that object name; false when there is none.

@@ -16,24 +16,40 @@
 #include "search/NativeSearchService.h"
 #include "store/DatabaseManager.h"
 #include "store/NativeLibraryService.h"
+#include "systemsearch/FileSearchIndex.h"
 
 ServiceLocations ServiceLocations::ofTheUser()
 {
-    return {.libraryDatabase = libraryDatabasePath(), .covers = coversFolder()};
+    return {.libraryDatabase = libraryDatabasePath(),
+            .covers = coversFolder(),
+            .systemSearch = systemSearchPath()};
 }
+
+namespace
+{
+
+std::unique_ptr<SystemSearchIndex> systemSearchIndex(const QString &path)
+{
+    if (path.isEmpty())
+        return std::make_unique<NullSystemSearchIndex>();
+    return std::make_unique<FileSearchIndex>(path);
+}
+
+} // namespace
 
 /// The services in the order in which they need each other; they die the other way round.
 struct Services::Parts {
     explicit Parts(const ServiceLocations &locations)
-        : db(locations.libraryDatabase)
+        : systemIndex(systemSearchIndex(locations.systemSearch))
+        , db(locations.libraryDatabase)
         , covers(locations.covers)
     {
     }
 
     SystemClock clock;
     Preferences preferences;
-    NullSystemSearchIndex systemIndex;
-    CoreSpotlightIndexer systemSearch{systemIndex};
+    std::unique_ptr<SystemSearchIndex> systemIndex;
+    CoreSpotlightIndexer systemSearch{*systemIndex};
     DatabaseManager db;
     NativeLibraryService library{db, systemSearch};
     /// The same library for imports, whose look-ups and writes may not stand before a search.
@@ -105,4 +121,9 @@ const Clock &Services::clock()
 SystemSearchPublisher &Services::publisher()
 {
     return m_parts->systemSearch;
+}
+
+HttpClient &Services::http()
+{
+    return m_parts->http;
 }

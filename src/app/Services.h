@@ -5,6 +5,7 @@
 
 class Clock;
 class DatabaseManager;
+class HttpClient;
 class ImportFlow;
 class NativeLibraryService;
 class NativeSearchService;
@@ -16,6 +17,7 @@ class SystemSearchPublisher;
 struct ServiceLocations {
     QString libraryDatabase;
     QString covers;
+    QString systemSearch = {}; ///< the index for the desktop's search; none when empty
 
     /// The library of the user who runs the program.
     static ServiceLocations ofTheUser();
@@ -38,6 +40,7 @@ public:
     Preferences &preferences();
     const Clock &clock();
     SystemSearchPublisher &publisher();
+    HttpClient &http();
 
 private:
     struct Parts;

@@ -1,8 +1,15 @@
 #pragma once
 
+#include "base/Result.h"
+#include "store/Paper.h"
+
 #include <QHashFunctions>
+#include <QList>
 #include <QString>
 #include <optional>
+
+class NativeLibraryService;
+class Preferences;
 
 /// What the sidebar can select.
 struct SidebarItem {
@@ -22,3 +29,8 @@ size_t qHash(const SidebarItem &item, size_t seed = 0);
 /// The tag that the item's papers carry; absent when the item is not about a tag (all papers, or the
 /// recently imported ones, which are chosen by date).
 std::optional<QString> tagFilter(const SidebarItem &item);
+
+/// The papers of the item in the store's order. The recently imported ones are those of the last import that
+/// the preferences know of. Blocks.
+Result<QList<Paper>> papersOf(const SidebarItem &item, NativeLibraryService &library,
+                              const Preferences &preferences);

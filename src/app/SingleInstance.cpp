@@ -1,32 +1,24 @@
 #include "app/SingleInstance.h"
 
 #include "app/OpenRequestArguments.h"
-#include "platform/Paths.h"
-#include "platform/Sha256.h"
+#include "platform/ApplicationInterface.h"
 
 #include <QDBusConnectionInterface>
-#include <QDir>
-#include <QFile>
 #include <utility>
 
 namespace
 {
 
-const auto kName = QStringLiteral("org.quirevault.Quirevault");
-const auto kObjectPath = QStringLiteral("/org/quirevault/Quirevault");
-const auto kInterface = QStringLiteral("org.freedesktop.Application");
-
-/// The action that opens a reader window; its parameter is the request as JSON.
-const auto kOpenRequestAction = QStringLiteral("open-request");
-
 constexpr char kWaylandVariable[] = "XDG_ACTIVATION_TOKEN";
 constexpr char kX11Variable[] = "DESKTOP_STARTUP_ID";
-// The keys of platform data.
-const auto kWaylandKey = QStringLiteral("activation-token");
-const auto kX11Key = QStringLiteral("desktop-startup-id");
+const auto kWaylandKey = QString::fromLatin1(kActivationTokenKey);
+const auto kX11Key = QString::fromLatin1(kStartupIdKey);
 
 /// Chosen: longer than a start with a large library may take, shorter than a person's patience.
 constexpr int kAnswerTimeoutMs = 10'000;
+
+/// Of a text from another program, in UTF-16 units. Chosen: longer than anything a person searches for.
+constexpr qsizetype kLongestText = 1000;
 
 QString takeVariable(const char *name)
 {
@@ -68,11 +60,7 @@ void ActivationToken::use() const
 
 QString SingleInstance::nameFor(const QString &dataFolder)
 {
-    const QString folder = QDir::cleanPath(dataFolder);
-    if (folder == QDir::cleanPath(defaultDataFolder()))
-        return kName;
-    constexpr int kHashDigits = 16;
-    return kName + u".Library_" + sha256Hex(QFile::encodeName(folder)).left(kHashDigits);
+    return applicationBusName(dataFolder);
 }
 
 SingleInstance::SingleInstance(const QDBusConnection &bus, const QString &name)
@@ -90,6 +78,13 @@ void SingleInstance::giveNameBack()
 {
     if (std::exchange(m_hasName, false))
         m_bus.unregisterService(m_name);
+    if (std::exchange(m_hasApplicationName, false))
+        m_bus.unregisterService(QLatin1String(kApplicationId));
+}
+
+void SingleInstance::registerObject()
+{
+    m_bus.registerObject(QLatin1String(kApplicationObjectPath), this, QDBusConnection::ExportScriptableSlots);
 }
 
 SingleInstance::Start SingleInstance::start(const ActivationToken &token,
@@ -97,8 +92,7 @@ SingleInstance::Start SingleInstance::start(const ActivationToken &token,
 {
     if (!m_bus.isConnected())
         return Start::First;
-    // The object before the name: whoever finds the name may call at once.
-    m_bus.registerObject(kObjectPath, this, QDBusConnection::ExportScriptableSlots);
+    registerObject();            // before the name: whoever finds the name may call at once
     constexpr int kAttempts = 3; // the other program may end before it answers
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         m_hasName = m_bus.registerService(m_name);
@@ -113,6 +107,20 @@ SingleInstance::Start SingleInstance::start(const ActivationToken &token,
     return Start::NoAnswer;
 }
 
+SingleInstance::Start SingleInstance::startService()
+{
+    const bool isUsualLibrary = m_name == QLatin1String(kApplicationId);
+    if (isUsualLibrary && m_bus.isConnected()) {
+        registerObject();
+        m_hasName = m_bus.registerService(m_name);
+        return m_hasName ? Start::First : Start::HandedOver;
+    }
+    const Start outcome = start({});
+    if (outcome == Start::First && m_bus.isConnected())
+        m_hasApplicationName = m_bus.registerService(QLatin1String(kApplicationId));
+    return outcome;
+}
+
 QDBusMessage SingleInstance::handOver(const ActivationToken &token, const QList<PDFOpenRequest> &requests)
 {
     const QVariantMap platformData = platformDataWith(token);
@@ -122,7 +130,7 @@ QDBusMessage SingleInstance::handOver(const ActivationToken &token, const QList<
     for (const PDFOpenRequest &request : requests) {
         const QVariantList parameter{QString::fromUtf8(toBytes(request))};
         answer = call(QStringLiteral("ActivateAction"),
-                      {kOpenRequestAction, QVariant::fromValue(parameter), platformData});
+                      {QLatin1String(kOpenRequestAction), QVariant::fromValue(parameter), platformData});
         if (answer.type() != QDBusMessage::ReplyMessage)
             break;
     }
@@ -131,7 +139,8 @@ QDBusMessage SingleInstance::handOver(const ActivationToken &token, const QList<
 
 QDBusMessage SingleInstance::call(const QString &method, const QVariantList &arguments)
 {
-    QDBusMessage message = QDBusMessage::createMethodCall(m_name, kObjectPath, kInterface, method);
+    QDBusMessage message = QDBusMessage::createMethodCall(m_name, QLatin1String(kApplicationObjectPath),
+                                                          QLatin1String(kApplicationInterface), method);
     message.setArguments(arguments);
     return m_bus.call(message, QDBus::Block, kAnswerTimeoutMs);
 }
@@ -157,17 +166,28 @@ void SingleInstance::ActivateAction(const QString &name, const QVariantList &par
                                     const QVariantMap &platformData)
 {
     tokenIn(platformData).use();
-    if (name == kOpenRequestAction)
-        return openReader(parameter);
-    if (!m_handlers.runCommand(name)) {
-        sendErrorReply(QDBusError::InvalidArgs,
-                       QStringLiteral("Quirevault has no command named '%1'").arg(name));
-    }
+    if (runTextAction(name, parameter.value(0).toString()) || m_handlers.runCommand(name))
+        return;
+    sendErrorReply(QDBusError::InvalidArgs, QStringLiteral("Quirevault has no command named '%1'").arg(name));
 }
 
-void SingleInstance::openReader(const QVariantList &parameter)
+/// False when there is no such action.
+bool SingleInstance::runTextAction(const QString &name, const QString &text)
 {
-    const Result<PDFOpenRequest> request = openRequestFromBytes(parameter.value(0).toString().toUtf8());
+    if (name == QLatin1String(kOpenRequestAction))
+        openReader(text);
+    else if (name == QLatin1String(kOpenPaperAction) && m_handlers.openPaper)
+        m_handlers.openPaper(text.left(kLongestText));
+    else if (name == QLatin1String(kSearchAction) && m_handlers.search)
+        m_handlers.search(text.left(kLongestText));
+    else
+        return false;
+    return true;
+}
+
+void SingleInstance::openReader(const QString &json)
+{
+    const Result<PDFOpenRequest> request = openRequestFromBytes(json.toUtf8());
     if (request)
         m_handlers.openReader(*request);
     else

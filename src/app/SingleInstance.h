@@ -40,6 +40,8 @@ public:
         std::function<void(const QList<QUrl> &files)> open;
         std::function<void(const PDFOpenRequest &request)> openReader;
         std::function<bool(const QString &name)> runCommand; ///< false when there is no such command
+        std::function<void(const QString &paperId)> openPaper = {};
+        std::function<void(const QString &text)> search = {};
     };
     enum class Start {
         First,      ///< this program is the one, or there is no bus to find others on
@@ -58,6 +60,10 @@ public:
     /// Takes the name, or asks the program that has it, with `token`, to open reader windows for `requests`
     /// or else to come forward, and waits for its answer.
     Start start(const ActivationToken &token, const QList<PDFOpenRequest> &requests = {});
+    /// The same for a program that the bus started to answer a call: it takes the name that the bus waits for
+    /// as well, whatever its library is called. One that runs already is asked to come forward, unless the
+    /// bus will hand the call to it anyway.
+    Start startService();
     /// Lets a later start be the one; this program's last windows are closed.
     void giveNameBack();
     /// To be set before the event loop runs: what others ask waits until then.
@@ -65,7 +71,7 @@ public:
 
 public Q_SLOTS:
     // The interface, under the object path /org/quirevault/Quirevault; names and arguments are the desktop's.
-    // The action "open-request" takes a request for a reader window as JSON; the others are commands.
+    // The actions that take a text are named in platform/ApplicationInterface.h; the others are commands.
     Q_SCRIPTABLE void Activate(const QVariantMap &platformData);
     Q_SCRIPTABLE void Open(const QStringList &uris, const QVariantMap &platformData);
     Q_SCRIPTABLE void ActivateAction(const QString &name, const QVariantList &parameter,
@@ -75,10 +81,13 @@ private:
     /// The answer, or the first that is a refusal.
     QDBusMessage handOver(const ActivationToken &token, const QList<PDFOpenRequest> &requests);
     QDBusMessage call(const QString &method, const QVariantList &arguments);
-    void openReader(const QVariantList &parameter);
+    void registerObject();
+    bool runTextAction(const QString &name, const QString &text);
+    void openReader(const QString &json);
 
     QDBusConnection m_bus;
     QString m_name;
     bool m_hasName = false;
+    bool m_hasApplicationName = false; ///< besides `m_name`, when that is another one
     Handlers m_handlers;
 };

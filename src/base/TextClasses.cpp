@@ -16,13 +16,19 @@ bool isHorizontalSpace(char32_t character)
 
 QString trimmedHorizontally(const QString &text)
 {
+    const QStringView trimmed = trimmedHorizontally(QStringView(text));
+    return trimmed.size() == text.size() ? text : trimmed.toString();
+}
+
+QStringView trimmedHorizontally(QStringView text)
+{
     // Every space separator lies in the basic plane, so code units serve as characters here.
     const auto isSpace = [](QChar c) {
         return isHorizontalSpace(c.unicode());
     };
     const auto first = std::find_if_not(text.begin(), text.end(), isSpace);
     const auto last = std::find_if_not(text.rbegin(), std::make_reverse_iterator(first), isSpace).base();
-    return QString(first, last - first);
+    return QStringView(first, last);
 }
 
 QString onOneLine(QString text)

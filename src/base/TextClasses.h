@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringView>
 
 /// Unicode letters, marks and numbers.
 bool isAlphanumeric(char32_t character);
@@ -10,6 +11,7 @@ bool isHorizontalSpace(char32_t character);
 
 /// `text` without horizontal white space at both ends.
 QString trimmedHorizontally(const QString &text);
+QStringView trimmedHorizontally(QStringView text);
 
 /// `text` with everything that could start a new line, command a terminal or turn the writing direction of
 /// what follows replaced by blanks: control characters, line separators, directional controls.

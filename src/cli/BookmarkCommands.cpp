@@ -14,29 +14,6 @@
 namespace
 {
 
-Error bookmarkError(const QString &description)
-{
-    return {QStringLiteral("CommandLine"), 1, description, {}};
-}
-
-Result<Bookmark> findBookmark(const QString &idOrPrefix, const CommandContext &context)
-{
-    if (idOrPrefix.size() < kShortestIdPrefix) {
-        return bookmarkError(
-            QStringLiteral("'%1' is too short to name a bookmark: give at least %2 characters of its id")
-                .arg(idOrPrefix, QString::number(kShortestIdPrefix)));
-    }
-    const Result<QList<Bookmark>> found =
-        context.services.library().bookmarksWithIdPrefix(idOrPrefix.toUpper()).result();
-    if (!found)
-        return found.error();
-    if (found->isEmpty())
-        return bookmarkError(QStringLiteral("No bookmark has the id '%1'").arg(idOrPrefix));
-    if (found->size() > 1)
-        return bookmarkError(QStringLiteral("'%1' names more than one bookmark").arg(idOrPrefix));
-    return found->first();
-}
-
 void listBookmarks(const Paper &paper, const QList<Bookmark> &bookmarks, const Output &output)
 {
     if (output.isJson())

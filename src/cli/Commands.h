@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/SidebarItem.h"
 #include "cli/Command.h"
 
 #include <QString>
@@ -27,10 +28,8 @@ struct FindRequest {
 ExitStatus runFind(const FindRequest &request, const CommandContext &context);
 
 struct ListRequest {
-    enum class Which { All, Tag, Reading, Recent };
-    Which which = Which::All;
-    QString tag = {};    ///< for `Which::Tag`
-    QString filter = {}; ///< field filters; empty for none
+    SidebarItem which;
+    QString filter; ///< field filters; empty for none
 };
 ExitStatus runList(const ListRequest &request, const CommandContext &context);
 

@@ -4,6 +4,7 @@
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "cli/PaperLookup.h"
+#include "cli/PaperPublishing.h"
 #include "store/NativeLibraryService.h"
 
 #include <QJsonArray>
@@ -75,6 +76,7 @@ ExitStatus runImport(const ImportRequest &request, const CommandContext &context
         selection.fresh, {.beginNoMore = {}, .abandon = context.stop},
         [&](const ImportProgress &progress) { showProgress(progress, output); });
     output.progress({});
+    publishPapers(outcome.response.indexed, context);
     for (auto problem = found.problems.begin(); problem != found.problems.end(); ++problem) {
         output.failure(problem.key() + u": " + problem.value());
         outcome.response.errors.insert(problem.key(), problem.value());

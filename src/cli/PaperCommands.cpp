@@ -4,38 +4,13 @@
 #include "cli/Output.h"
 #include "cli/PaperLookup.h"
 #include "cli/PaperPrinting.h"
+#include "cli/PaperPublishing.h"
 #include "cli/RecordLists.h"
-#include "platform/Preferences.h"
 #include "search/PaperFilter.h"
 #include "search/ParsedQuery.h"
 #include "store/NativeLibraryService.h"
-#include "store/ReservedTags.h"
 
 #include <QJsonObject>
-
-namespace
-{
-
-Result<QList<Paper>> papersToList(const ListRequest &request, Services &services)
-{
-    NativeLibraryService &library = services.library();
-    switch (request.which) {
-    case ListRequest::Which::All:
-        return library.allPapers().result();
-    case ListRequest::Which::Tag:
-        return library.papersWithTag(request.tag).result();
-    case ListRequest::Which::Reading:
-        return library.papersWithTag(QLatin1String(kCurrentlyReadingTag)).result();
-    case ListRequest::Which::Recent:
-        break;
-    }
-    const std::optional<QString> lastImport = services.preferences().text(QLatin1String(kLastImportDateKey));
-    if (!lastImport)
-        return QList<Paper>();
-    return library.recentlyImportedPapers(*lastImport).result();
-}
-
-} // namespace
 
 ExitStatus runList(const ListRequest &request, const CommandContext &context)
 {
@@ -46,7 +21,8 @@ ExitStatus runList(const ListRequest &request, const CommandContext &context)
                           .arg(filter.fullText),
                       context);
     }
-    const Result<QList<Paper>> papers = papersToList(request, context.services);
+    const Result<QList<Paper>> papers =
+        papersOf(request.which, context.services.library(), context.services.preferences());
     if (!papers)
         return fail(papers.error(), context);
     printPapers(filteredPapers(*papers, filter), context.output);
@@ -75,6 +51,7 @@ ExitStatus runEdit(const EditRequest &request, const CommandContext &context)
     const Result<Paper> updated = context.services.library().updatePaper(paper->id, edit).result();
     if (!updated)
         return fail(updated.error(), context);
+    publishPapers({updated->id}, context);
     printOnePaper(*updated, context.output);
     return ExitStatus::Done;
 }

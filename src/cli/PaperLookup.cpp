@@ -14,6 +14,12 @@ Error lookupError(const QString &description)
     return {QStringLiteral("CommandLine"), 1, description, {}};
 }
 
+Error tooShort(const QString &id, const QString &what)
+{
+    return lookupError(QStringLiteral("'%1' is too short to name a %2: give at least %3 characters of its id")
+                           .arg(id, what, QString::number(kShortestIdPrefix)));
+}
+
 void report(const QString &text, const CommandContext &context)
 {
     context.output.failure(text);
@@ -25,11 +31,8 @@ void report(const QString &text, const CommandContext &context)
 
 Result<Paper> findPaper(const QString &idOrPrefix, const CommandContext &context)
 {
-    if (idOrPrefix.size() < kShortestIdPrefix) {
-        return lookupError(
-            QStringLiteral("'%1' is too short to name a paper: give at least %2 characters of its id")
-                .arg(idOrPrefix, QString::number(kShortestIdPrefix)));
-    }
+    if (idOrPrefix.size() < kShortestIdPrefix)
+        return tooShort(idOrPrefix, QStringLiteral("paper"));
     NativeLibraryService &library = context.services.library();
     const Result<QStringList> ids = library.paperIdsWithPrefix(idOrPrefix.toLower()).result();
     if (!ids)
@@ -46,6 +49,21 @@ Result<Paper> findPaper(const QString &idOrPrefix, const CommandContext &context
             return **paper;
     }
     return lookupError(QStringLiteral("No paper has the id '%1'").arg(idOrPrefix));
+}
+
+Result<Bookmark> findBookmark(const QString &idOrPrefix, const CommandContext &context)
+{
+    if (idOrPrefix.size() < kShortestIdPrefix)
+        return tooShort(idOrPrefix, QStringLiteral("bookmark"));
+    const Result<QList<Bookmark>> found =
+        context.services.library().bookmarksWithIdPrefix(idOrPrefix.toUpper()).result();
+    if (!found)
+        return found.error();
+    if (found->isEmpty())
+        return lookupError(QStringLiteral("No bookmark has the id '%1'").arg(idOrPrefix));
+    if (found->size() > 1)
+        return lookupError(QStringLiteral("'%1' names more than one bookmark").arg(idOrPrefix));
+    return found->first();
 }
 
 QString objectionToPage(qint64 page, const Paper &paper)

@@ -2,6 +2,7 @@
 
 #include "base/Result.h"
 #include "cli/Command.h"
+#include "store/Bookmark.h"
 #include "store/Paper.h"
 
 #include <QString>
@@ -13,6 +14,8 @@ inline constexpr int kShortestIdPrefix = 4;
 /// The paper that `idOrPrefix` names. Fails, in words for the person who typed it, when the prefix is too
 /// short, names no paper or more than one.
 Result<Paper> findPaper(const QString &idOrPrefix, const CommandContext &context);
+/// The same for a bookmark of any paper.
+Result<Bookmark> findBookmark(const QString &idOrPrefix, const CommandContext &context);
 
 /// Why `page` (1-based) cannot be one of `paper`; empty when it can.
 QString objectionToPage(qint64 page, const Paper &paper);

@@ -5,6 +5,7 @@
 #include "cli/Output.h"
 #include "cli/PaperLookup.h"
 #include "cli/PaperPrinting.h"
+#include "cli/PaperPublishing.h"
 #include "store/DatabaseManager.h"
 #include "store/NativeLibraryService.h"
 #include "store/ReservedTags.h"
@@ -27,23 +28,27 @@ QString objectionTo(const QString &name)
 
 ExitStatus printTags(const CommandContext &context)
 {
-    const Result<QStringList> names = context.services.library().allTagNames().result();
+    Result<QStringList> names = context.services.library().allTagNames().result();
     if (!names)
         return fail(names.error(), context);
-    QStringList visible;
-    for (const QString &name : *names) {
-        if (!isReservedTag(name))
-            visible.append(name);
-    }
+    names->removeIf(isReservedTag);
     if (context.output.isJson()) {
-        context.output.json(QJsonDocument(QJsonArray::fromStringList(visible)));
+        context.output.json(QJsonDocument(QJsonArray::fromStringList(*names)));
         return ExitStatus::Done;
     }
-    for (const QString &name : visible)
+    for (const QString &name : std::as_const(*names))
         context.output.line(onOneLine(name));
-    if (visible.isEmpty())
+    if (names->isEmpty())
         context.output.line(QStringLiteral("No tags."));
     return ExitStatus::Done;
+}
+
+QStringList idsOf(const QList<Paper> &papers)
+{
+    QStringList ids;
+    for (const Paper &paper : papers)
+        ids.append(paper.id);
+    return ids;
 }
 
 /// Changes a tag that must exist: renaming or deleting one that does not is a slip of the fingers to report.
@@ -55,8 +60,14 @@ ExitStatus changeExistingTag(const QString &name, const CommandContext &context,
         return fail(names.error(), context);
     if (!names->contains(name))
         return fail({{}, 0, QStringLiteral("No tag is called '%1'").arg(name), {}}, context);
+    const Result<QList<Paper>> carriers = context.services.library().papersWithTag(name).result();
+    if (!carriers)
+        return fail(carriers.error(), context);
     const Result<void> changed = change(context.services.db()).result();
-    return changed ? printTags(context) : fail(changed.error(), context);
+    if (!changed)
+        return fail(changed.error(), context);
+    publishPapers(idsOf(*carriers), context);
+    return printTags(context);
 }
 
 ExitStatus changeTag(const PaperTagRequest &request, const CommandContext &context,

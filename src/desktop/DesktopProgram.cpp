@@ -1,22 +1,31 @@
 #include "desktop/DesktopProgram.h"
 
+#include "app/DesktopFileOpener.h"
 #include "app/LibraryViewModel.h"
 #include "app/OpenRequestArguments.h"
+#include "app/ProgramInformation.h"
 #include "app/QuirevaultApp.h"
 #include "app/RestoreGuard.h"
 #include "app/Services.h"
 #include "app/SessionManager.h"
+#include "desktop/ServiceStart.h"
 #include "desktop/Windows.h"
+#include "platform/ApplicationInterface.h"
 #include "platform/Paths.h"
 #include "reader/ReaderServices.h"
+#include "reader/ThemeIcon.h"
 #include "search/NativeSearchService.h"
 #include "store/BookmarkEvents.h"
+#include "store/NativeLibraryService.h"
 #include "ui/AboutPanel.h"
 #include "ui/ContentView.h"
 #include "ui/CoverCache.h"
 
+#include <QDBusConnection>
 #include <algorithm>
 #include <cstdio>
+#include <fontconfig/fontconfig.h>
+#include <thread>
 #include <unistd.h>
 #include <utility>
 
@@ -37,15 +46,28 @@ void explainMissingDisplay(QtMsgType type, const QMessageLogContext &, const QSt
 
 std::unique_ptr<QApplication> makeApplication(int &argc, char **argv)
 {
+    // What tells of the installed fonts is read before the first text is shown, and takes as long as it takes
+    // to connect to the display.
+    const std::jthread fonts([] { FcInit(); });
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Quirevault"));
-    QGuiApplication::setDesktopFileName(QStringLiteral("org.quirevault.Quirevault"));
+    const auto identity = QStringLiteral("org.quirevault.Quirevault");
+    QGuiApplication::setDesktopFileName(identity);
     const QtMessageHandler before = qInstallMessageHandler(explainMissingDisplay);
     auto application = std::make_unique<QApplication>(argc, argv);
     qInstallMessageHandler(before);
+    // Windows carry it themselves on X11; elsewhere the desktop file names it.
+    QGuiApplication::setWindowIcon(themeIcon(identity));
     return application;
 }
 
 /// Everything that lives as long as the program runs, in the order in which it needs each other.
+DesktopFileOpener::Desktop openerOfPackages()
+{
+    DesktopFileOpener::Desktop desktop = DesktopFileOpener::Desktop::ofTheUser();
+    desktop.fileType = QStringLiteral("application/vnd.debian.binary-package");
+    return desktop;
+}
+
 struct Parts {
     OpenedWindow makeLibraryWindow(QuirevaultApp &application)
     {
@@ -54,13 +76,17 @@ struct Parts {
             vm.loadPapers();
             vm.loadTags();
         }
-        return showLibraryWindow({.vm = vm,
-                                  .commands = application.commands(),
-                                  .covers = covers,
-                                  .preferences = services.preferences(),
-                                  .openWindow = [&application](const PDFOpenRequest &request) {
-                                      application.openReaderWindow(request);
-                                  }});
+        return showLibraryWindow(
+            {.vm = vm,
+             .commands = application.commands(),
+             .covers = covers,
+             .preferences = services.preferences(),
+             .openWindow =
+                 [&application](const PDFOpenRequest &request) { application.openReaderWindow(request); },
+             .isQuitting =
+                 [&application] {
+                     return application.isQuitting();
+                 }});
     }
 
     OpenedWindow makeReaderWindow(const PDFOpenRequest &request)
@@ -76,8 +102,7 @@ struct Parts {
                                             .showLibrary = [this] { app.openLibraryWindow(); },
                                             .searchInLibrary =
                                                 [this](const QString &text) {
-                                                    app.openLibraryWindow();
-                                                    vm.queryText = text;
+                                                    app.search(text);
                                                 }};
         return showReaderWindow(request, readerServices, sessions, [this] { return app.isQuitting(); });
     }
@@ -86,17 +111,9 @@ struct Parts {
     Services services{ServiceLocations::ofTheUser()};
     SessionManager sessions{sessionFilePath(), services.clock()};
     RestoreGuard restoreGuard{services.preferences(), services.clock()};
-    LibraryViewModel vm{{.db = services.db(),
-                         .library = services.library(),
-                         .publisher = services.publisher(),
-                         .preferences = services.preferences(),
-                         .clock = services.clock(),
-                         .importFlow = services.importFlow(),
-                         .retagFlow = services.retagFlow(),
-                         .search = [this](const QString &query) {
-                             return services.search().search(query);
-                         }}};
+    LibraryViewModel vm{LibraryViewModel::Collaborators::of(services)};
     CoverCache covers;
+    DesktopFileOpener packageOpener{openerOfPackages()};
     QuirevaultApp app{
         {.sessions = sessions,
          .restoreGuard = restoreGuard,
@@ -104,10 +121,31 @@ struct Parts {
          .makeReaderWindow = [this](const PDFOpenRequest &request) { return makeReaderWindow(request); },
          .askToReopen = askToReopen,
          .showAbout = [] { showAboutPanel(QApplication::activeWindow()); },
-         .showUpdateResult = showUpdateResult}};
+         .updates = {.http = services.http(),
+                     .preferences = services.preferences(),
+                     .clock = services.clock(),
+                     .opener = packageOpener,
+                     .program = InstalledProgram::ofThisBuild(programVersion()),
+                     .builtInFeed = builtInFeedAddress(),
+                     .folder = downloadsFolder(),
+                     .timeouts = {},
+                     .showWindow = showUpdates},
+         .findPaper = [this](const QString &id) { return services.library().paperById(id); },
+         .searchLibrary = [this](const QString &text) { vm.queryText = text; },
+         .showProblem =
+             [this](const QString &message) {
+                 vm.errorMessage = message;
+             }}};
 };
 
-int runLibrary(SingleInstance &instance, const QList<PDFOpenRequest> &requests)
+bool hasWindow()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    return std::any_of(windows.begin(), windows.end(),
+                       [](const QWidget *window) { return window->isVisible(); });
+}
+
+int runLibrary(SingleInstance &instance, const QList<PDFOpenRequest> &requests, bool isService)
 {
     Parts parts;
     QuirevaultApp &app = parts.app;
@@ -115,11 +153,19 @@ int runLibrary(SingleInstance &instance, const QList<PDFOpenRequest> &requests)
         {.activate = [&app] { app.reopen(); },
          .open = [&app](const QList<QUrl> &files) { app.openFiles(files); },
          .openReader = [&app](const PDFOpenRequest &request) { app.openReaderWindow(request); },
-         .runCommand =
-             [&app](const QString &name) {
-                 return app.runCommand(name);
+         .runCommand = [&app](const QString &name) { return app.runCommand(name); },
+         .openPaper = [&app](const QString &paperId) { app.openPaper(paperId); },
+         .search =
+             [&app](const QString &text) {
+                 app.search(text);
              }});
-    app.start(requests);
+    std::unique_ptr<PendingCall> ending;
+    if (isService) {
+        app.startWithoutWindow();
+        ending = endUnlessAWindowComes(parts.services.clock(), hasWindow, [] { QApplication::quit(); });
+    } else {
+        app.start(requests);
+    }
     const int status = QApplication::exec();
     // Before the services end, which may wait for jobs: nobody would answer meanwhile.
     instance.giveNameBack();
@@ -131,7 +177,10 @@ int runLibrary(SingleInstance &instance, const QList<PDFOpenRequest> &requests)
 DesktopProgram::DesktopProgram(int &argc, char **argv)
     : m_activationToken(ActivationToken::ofThisProcess())
     , m_application(makeApplication(argc, argv))
-    , m_requests(openRequestsFromArguments(QByteArrayList(argv + std::min(argc, 1), argv + argc)))
+    , m_isService(argc == 2 && qstrcmp(argv[1], kServiceOption) == 0)
+    , m_requests(m_isService
+                     ? QList<PDFOpenRequest>()
+                     : openRequestsFromArguments(QByteArrayList(argv + std::min(argc, 1), argv + argc)))
 {
 }
 
@@ -142,7 +191,7 @@ int DesktopProgram::run()
         return 2;
     }
     SingleInstance instance(QDBusConnection::sessionBus(), SingleInstance::nameFor(dataFolder()));
-    switch (instance.start(m_activationToken, *m_requests)) {
+    switch (m_isService ? instance.startService() : instance.start(m_activationToken, *m_requests)) {
     case SingleInstance::Start::HandedOver:
         return 0;
     case SingleInstance::Start::NoAnswer:
@@ -152,5 +201,5 @@ int DesktopProgram::run()
         break;
     }
     m_activationToken.use();
-    return runLibrary(instance, *m_requests);
+    return runLibrary(instance, *m_requests, m_isService);
 }

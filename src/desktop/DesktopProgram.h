@@ -20,11 +20,13 @@ public:
 
     /// Opens reader windows for the requests among the arguments, or else the library window, and runs until
     /// the last window is closed. When the program runs already, only asks that one for the same. Answers the
-    /// exit status: 2 when the arguments are no requests.
+    /// exit status: 2 when the arguments are no requests. Started by the bus, it opens what it is asked for
+    /// over the bus and nothing else.
     int run();
 
 private:
     ActivationToken m_activationToken;
     std::unique_ptr<QApplication> m_application;
+    bool m_isService;                         ///< started by the bus, for a call that is about to come
     Result<QList<PDFOpenRequest>> m_requests; ///< of the arguments that are not Qt's
 };

@@ -2,6 +2,7 @@
 
 #include "app/SessionManager.h"
 #include "reader/PDFViewerWindow.h"
+#include "ui/UpdateWindow.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -84,11 +85,8 @@ void askToReopen(std::function<void(bool reopen)> answer)
     question->open();
 }
 
-void showUpdateResult(const QString &result)
+void showUpdates(Updater &updater, Updater::Attention attention)
 {
-    auto *message = new QMessageBox(QMessageBox::Information, QStringLiteral("Check for Updates"), result,
-                                    QMessageBox::Ok, QApplication::activeWindow());
-    message->setObjectName(QStringLiteral("updateResult"));
-    message->setAttribute(Qt::WA_DeleteOnClose);
-    message->open();
+    QWidget *library = libraryWindow();
+    showUpdateWindow(updater, attention, library ? library : QApplication::activeWindow());
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/OpenedWindow.h"
+#include "app/Updater.h"
 #include "reader/PDFOpenRequest.h"
 #include "ui/ContentView.h"
 
@@ -21,5 +22,5 @@ OpenedWindow showReaderWindow(const PDFOpenRequest &request, const ReaderService
 /// library window. No answer comes when that window is closed before.
 void askToReopen(std::function<void(bool reopen)> answer);
 
-/// Shows what a check for updates came to, in a small message over the active window.
-void showUpdateResult(const QString &result);
+/// Shows the update window over the library window, or over the active one where there is none.
+void showUpdates(Updater &updater, Updater::Attention attention);

@@ -2,7 +2,7 @@
 
 #include "engine/AttributeText.h"
 #include "engine/Drawing.h"
-#include "engine/Guarded.h"
+#include "engine/Kept.h"
 #include "engine/Links.h"
 #include "engine/Outline.h"
 #include "engine/PageFailure.h"
@@ -39,32 +39,14 @@ bool isEmptyFile(int descriptor)
     return pread(descriptor, &byte, 1, 0) == 0;
 }
 
-/// The bytes of a text entry of the document information; nothing when it is absent or no string.
-struct InformationEntry {
-    const char *bytes = nullptr;
-    std::size_t count = 0;
-};
-
-InformationEntry informationEntry(fz_context *context, pdf_document *document, pdf_obj *key)
-{
-    InformationEntry found;
-    (void)guarded(context, [&] {
-        pdf_obj *information = pdf_dict_get(context, pdf_trailer(context, document), PDF_NAME(Info));
-        pdf_obj *entry = pdf_dict_get(context, information, key);
-        if (pdf_is_string(context, entry)) {
-            found.bytes = pdf_to_str_buf(context, entry);
-            found.count = pdf_to_str_len(context, entry);
-        }
-    });
-    return found;
-}
-
+/// A text entry of the document information; nothing when it is absent or no string.
 std::optional<std::string> attribute(fz_context *context, pdf_document *document, pdf_obj *key)
 {
-    const InformationEntry entry = informationEntry(context, document, key);
-    if (!entry.bytes)
-        return std::nullopt;
-    return attributeText({entry.bytes, entry.count});
+    const std::optional<std::string_view> bytes = stringBytes(context, [&] {
+        pdf_obj *information = pdf_dict_get(context, pdf_trailer(context, document), PDF_NAME(Info));
+        return pdf_dict_get(context, information, key);
+    });
+    return bytes ? std::optional(attributeText(*bytes)) : std::nullopt;
 }
 
 void ignoreMessage(void *, const char *) {}

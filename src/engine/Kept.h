@@ -3,6 +3,8 @@
 #include "engine/Guarded.h"
 #include "engine/Handles.h"
 
+#include <string_view>
+
 /// The object that `find` answers, kept: MuPDF lends its objects, and a repair of the document on the way
 /// drops what it had read. Nothing when `find` fails or finds nothing.
 template <typename Find> ObjectHandle kept(fz_context *context, const Find &find)
@@ -10,6 +12,22 @@ template <typename Find> ObjectHandle kept(fz_context *context, const Find &find
     pdf_obj *object = nullptr;
     (void)guarded(context, [&] { object = pdf_keep_obj(context, find()); });
     return {object, {context}};
+}
+
+/// The bytes of the string that `find` answers, which MuPDF lends: to be copied before it is called again.
+/// Nothing when `find` fails or finds no string.
+template <typename Find> std::optional<std::string_view> stringBytes(fz_context *context, const Find &find)
+{
+    const char *bytes = nullptr;
+    std::size_t count = 0;
+    (void)guarded(context, [&] {
+        pdf_obj *found = find();
+        if (pdf_is_string(context, found)) {
+            bytes = pdf_to_str_buf(context, found);
+            count = pdf_to_str_len(context, found);
+        }
+    });
+    return bytes ? std::optional(std::string_view(bytes, count)) : std::nullopt;
 }
 
 /// The dictionary in an entry of another one.

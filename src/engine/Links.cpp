@@ -52,18 +52,13 @@ private:
     /// Of the web; empty when the link leads to none.
     std::string addressOf(pdf_obj *link) const
     {
-        const char *bytes = nullptr;
-        std::size_t count = 0;
-        (void)guarded(m_context, [&] {
+        const std::optional<std::string_view> address = stringBytes(m_context, [&]() -> pdf_obj * {
             pdf_obj *action = pdf_dict_get(m_context, link, PDF_NAME(A));
-            if (!pdf_name_eq(m_context, pdf_dict_get(m_context, action, PDF_NAME(S)), PDF_NAME(URI)))
-                return;
-            pdf_obj *address = pdf_dict_get(m_context, action, PDF_NAME(URI));
-            bytes = pdf_to_str_buf(m_context, address);
-            count = pdf_to_str_len(m_context, address);
+            pdf_obj *kind = pdf_dict_get(m_context, action, PDF_NAME(S));
+            const bool isAddress = pdf_name_eq(m_context, kind, PDF_NAME(URI));
+            return isAddress ? pdf_dict_get(m_context, action, PDF_NAME(URI)) : nullptr;
         });
-        const std::string_view address = bytes ? std::string_view(bytes, count) : std::string_view();
-        return isWebAddress(address) ? std::string(address) : std::string();
+        return address && isWebAddress(*address) ? std::string(*address) : std::string();
     }
 
     void addWithBoxes(pdf_obj *link, LinkEntry &entry)

@@ -91,16 +91,9 @@ private:
 
     std::optional<std::string> labelOf(pdf_obj *item)
     {
-        const char *bytes = nullptr;
-        std::size_t count = 0;
-        (void)guarded(m_context, [&] {
-            pdf_obj *title = pdf_dict_get(m_context, item, PDF_NAME(Title));
-            if (pdf_is_string(m_context, title)) {
-                bytes = pdf_to_str_buf(m_context, title);
-                count = pdf_to_str_len(m_context, title);
-            }
-        });
-        std::string label = bytes ? labelText({bytes, count}) : std::string();
+        const std::optional<std::string_view> title =
+            stringBytes(m_context, [&] { return pdf_dict_get(m_context, item, PDF_NAME(Title)); });
+        std::string label = title ? labelText(*title) : std::string();
         return label.empty() ? std::nullopt : std::optional(std::move(label));
     }
 

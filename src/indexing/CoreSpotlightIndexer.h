@@ -14,6 +14,7 @@ public:
 
     void publish(const Paper &paper) override;
     void publish(const QList<Paper> &papers) override;
+    void publishLibrary(const QList<Paper> &papers) override;
     void withdraw(const QString &paperId) override;
 
 private:

@@ -4,11 +4,6 @@
 
 namespace
 {
-bool isEngineLoss(const Error &error)
-{
-    return isPDFError(error, PDFErrorCode::EngineFailed) || isPDFError(error, PDFErrorCode::DeadlineExceeded);
-}
-
 bool isNoFaultOfDocument(const Error &error)
 {
     return isCancelled(error) || isPDFError(error, PDFErrorCode::EngineMissing);

@@ -244,12 +244,3 @@ OpenPDF engineOpener(const EngineOptions &options)
         return EngineDocument::open(file, options, stop);
     };
 }
-
-UnlockPDF engineUnlocker(const EngineOptions &options)
-{
-    return [options](const InputFile &file, const QString &password, std::stop_token stop) {
-        EngineOptions unlocking = options;
-        unlocking.password = password;
-        return EngineDocument::open(file, unlocking, stop);
-    };
-}

@@ -67,5 +67,3 @@ private:
 
 /// Opens documents with the engine. May be called from any thread.
 OpenPDF engineOpener(const EngineOptions &options = {});
-/// The same for locked documents.
-UnlockPDF engineUnlocker(const EngineOptions &options = {});

@@ -36,6 +36,13 @@ bool isPDFError(const Error &error, PDFErrorCode code)
     return error.domain == u"PDFDocument" && error.code == int(code);
 }
 
+bool isEngineLoss(const Error &error)
+{
+    return isPDFError(error, PDFErrorCode::EngineFailed) ||
+           isPDFError(error, PDFErrorCode::DeadlineExceeded) ||
+           isPDFError(error, PDFErrorCode::EngineMissing);
+}
+
 Result<PDFPageGeometry> PDFDocument::pageGeometry(qint64 index, std::stop_token stop)
 {
     Result<QList<std::optional<PDFPageGeometry>>> geometries = pageGeometries(index, 1, stop);

@@ -32,6 +32,8 @@ enum class PDFErrorCode {
 Error pdfError(PDFErrorCode code, const QString &reason = {});
 /// Whether `error` is of the domain "PDFDocument" and has this code.
 bool isPDFError(const Error &error, PDFErrorCode code);
+/// Whether after `error` there is no engine that could answer more.
+bool isEngineLoss(const Error &error);
 
 /// What a document says of itself. Cleaned: valid text without control characters, trimmed, of limited
 /// length.
@@ -112,7 +114,3 @@ public:
 /// Opens the document in a file; the seam through which tests hand the indexer documents of their own.
 using OpenPDF =
     std::function<Result<std::unique_ptr<PDFDocument>>(const InputFile &file, std::stop_token stop)>;
-
-/// Opens a document that is locked with the password that a person entered. Fails with WrongPassword.
-using UnlockPDF = std::function<Result<std::unique_ptr<PDFDocument>>(
-    const InputFile &file, const QString &password, std::stop_token stop)>;

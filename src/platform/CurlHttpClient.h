@@ -10,14 +10,14 @@
 class CurlHttpClient : public HttpClient
 {
 public:
-    /// Longest answer taken. Book records have a few kB, update feeds some hundred; chosen with room to
-    /// spare.
+    /// Longest answer that `fetch` takes. Book records have a few kB; chosen with room to spare.
     static constexpr qsizetype kMaxAnswerBytes = 8 * 1024 * 1024;
     /// Redirects followed; never one from https to http. Chosen.
     static constexpr int kMaxRedirects = 5;
 
     Result<QByteArray> fetch(const QUrl &url, std::chrono::milliseconds timeout,
                              std::stop_token stop = {}) override;
+    Result<void> stream(const HttpStream &request, std::stop_token stop = {}) override;
 };
 
 /// Whether an answer from `from` may send its reader to `to`: on the web, and never from https to http.

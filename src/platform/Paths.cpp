@@ -30,6 +30,16 @@ QString sessionFilePath()
     return dataFolder() + u"/session.json";
 }
 
+QString systemSearchPath()
+{
+    return dataFolder() + u"/system-search.db";
+}
+
+QString downloadsFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
+}
+
 QString programFolder()
 {
     // Unlike the name in argv, this holds whatever the program was started as.

@@ -8,9 +8,15 @@ QString dataFolder();
 QString libraryDatabasePath();
 QString coversFolder();
 QString sessionFilePath();
+/// The papers as the desktop's search is told of them; it can be thrown away. It lies with the library it was
+/// made from and not among the caches, where those of two libraries would meet and which people clear.
+QString systemSearchPath();
 
 /// Where the library lies when nothing in the environment says otherwise.
 QString defaultDataFolder();
+
+/// The user's folder for what they download. Not created here.
+QString downloadsFolder();
 
 /// The folder of the running executable.
 QString programFolder();

@@ -5,6 +5,11 @@ void NullSystemSearchIndex::indexItems(const QList<SearchableItem> &, Completion
     completion(std::nullopt);
 }
 
+void NullSystemSearchIndex::replaceItems(const QList<SearchableItem> &, Completion completion)
+{
+    completion(std::nullopt);
+}
+
 void NullSystemSearchIndex::deleteItems(const QStringList &, Completion completion)
 {
     completion(std::nullopt);

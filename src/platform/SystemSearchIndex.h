@@ -9,6 +9,9 @@
 #include <functional>
 #include <optional>
 
+/// What the description of every paper begins with, before its authors.
+inline constexpr char kPaperDescription[] = "Research paper by ";
+
 /// What the desktop's own search is told of one paper.
 struct SearchableItem {
     QString uniqueIdentifier;
@@ -36,6 +39,9 @@ public:
     virtual bool isPresent() const { return true; }
     /// Adds the items; one of the same identifier is replaced.
     virtual void indexItems(const QList<SearchableItem> &items, Completion completion) = 0;
+    /// Makes `items` all that the index holds; for when everything is published at once. May be given up when
+    /// the program ends, since the next start publishes everything again.
+    virtual void replaceItems(const QList<SearchableItem> &items, Completion completion) = 0;
     virtual void deleteItems(const QStringList &identifiers, Completion completion) = 0;
 };
 
@@ -45,5 +51,6 @@ class NullSystemSearchIndex : public SystemSearchIndex
 public:
     bool isPresent() const override { return false; }
     void indexItems(const QList<SearchableItem> &items, Completion completion) override;
+    void replaceItems(const QList<SearchableItem> &items, Completion completion) override;
     void deleteItems(const QStringList &identifiers, Completion completion) override;
 };

@@ -86,9 +86,17 @@ QCoro::Task<> DocumentOpening::open()
     take(opened);
 }
 
+void DocumentOpening::takeIfOpen()
+{
+    if (state.value().stage == Stage::Opening && m_document->isOpen())
+        state = State{Stage::Open, {}};
+}
+
 void DocumentOpening::take(const Result<void> &opened)
 {
-    if (opened)
+    if (opened && m_document->isOpen() && m_document->pageCount() == 0)
+        state = State{Stage::Failed, QStringLiteral("The document has no pages.")};
+    else if (opened)
         state = State{Stage::Open, {}};
     else if (isMissingFile(opened.error()))
         state = State{Stage::Missing, {}};
@@ -156,13 +164,14 @@ QCoro::Task<QString> DocumentOpening::refusalOf(QString newPath)
         co_return QString();
     if (!hash)
         co_return hash.error().message();
-    const auto looking = m_library.paperByContentHash(*hash);
-    const Result<std::optional<Paper>> paper = co_await looking;
+    // Its own, since others may have the same content.
+    const auto looking = m_library.contentHashOfPaper(id);
+    const Result<std::optional<QString>> known = co_await looking;
     if (!self)
         co_return QString();
-    if (!paper)
-        co_return paper.error().message();
-    if (!*paper || (*paper)->id != id)
+    if (!known)
+        co_return known.error().message();
+    if (*known && *known != *hash)
         co_return QString(u"This is another document than the one that is missing: " + newPath);
     const auto updating = m_library.updateFilepath(id, newPath);
     const Result<Paper> updated = co_await updating;

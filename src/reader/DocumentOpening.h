@@ -24,7 +24,7 @@ public:
         Open,
         Locked,  ///< a person has to enter a password
         Missing, ///< there is no file at the path
-        Failed,  ///< cannot be read, or its engine was lost
+        Failed,  ///< cannot be read, has nothing to read, or its engine was lost
     };
     struct State {
         Stage stage = Stage::Opening;
@@ -48,9 +48,11 @@ public:
     /// To be called first, and again to try again. A paper whose file has moved with the library's knowledge
     /// is found.
     QCoro::Task<> open();
+    /// Takes a document that is open already, without waiting for the event that tells of it.
+    void takeIfOpen();
     QCoro::Task<> unlock(QString password);
     /// A person says where the missing file is. For a paper that must be the same document, down to the last
-    /// byte; the library then knows its new path.
+    /// byte, if the library knows what it was; the library then knows its new path.
     QCoro::Task<> locate(QString newPath);
 
 Q_SIGNALS:

@@ -7,6 +7,8 @@
 
 namespace
 {
+using Watcher = QFutureWatcher<Result<PageAnswer>>;
+
 /// `result` as one of the answers, changed by `convert`.
 template <typename T, typename Convert>
 Result<PageAnswer> answerFrom(const Result<T> &result, Convert convert)
@@ -89,15 +91,28 @@ void DocumentPages::ask(const PlannedJob &planned, std::stop_token stop, Answere
     }
 }
 
+void DocumentPages::handOverPictures()
+{
+    const QObjectList children = m_picturing.children();
+    const QList<QPointer<QObject>> waiting(children.begin(), children.end());
+    for (const QPointer<QObject> &child : waiting) { // the first answer may end them all
+        auto *watcher = static_cast<Watcher *>(child.data());
+        if (watcher && watcher->isFinished())
+            Q_EMIT watcher->finished();
+    }
+}
+
 // A watcher, not QFuture::then() with a context: that one must not be destroyed before the answer comes.
 template <typename Request>
 void DocumentPages::pass(const PlannedJob &planned, std::stop_token stop, Answered answered, Request request)
 {
     const auto priority =
         planned.isVisible ? ReaderDocument::Priority::Visible : ReaderDocument::Priority::Ahead;
-    auto *watcher = new QFutureWatcher<Result<PageAnswer>>(&m_answering);
+    const bool isPicture = planned.job.kind == PageJob::Kind::Picture;
+    auto *watcher = new Watcher(isPicture ? &m_picturing : &m_answering);
     QObject::connect(watcher, &QFutureWatcherBase::finished, watcher,
                      [watcher, answered = std::move(answered)] {
+                         watcher->disconnect(); // once, whoever asks for it
                          watcher->deleteLater();
                          answered(watcher->result());
                      });

@@ -19,11 +19,14 @@ public:
     bool isOpen() const override;
     qint64 pageCount() const override;
     void ask(const PlannedJob &planned, std::stop_token stop, Answered answered) override;
+    void handOverPictures() override;
 
 private:
     template <typename Request>
     void pass(const PlannedJob &planned, std::stop_token stop, Answered answered, Request request);
 
     QPointer<ReaderDocument> m_document;
-    QObject m_answering; ///< no answer comes after it is gone
+    // No answer comes after they are gone.
+    QObject m_answering;
+    QObject m_picturing; ///< what waits for pictures
 };

@@ -42,7 +42,6 @@ QRect HitMarkStrip::markOf(qint64 pageIndex) const
 void HitMarkStrip::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), palette().color(QPalette::Window));
     QColor color = palette().color(QPalette::Highlight);
     color.setAlpha(150);
     for (const qint64 page : m_pageIndexes)

@@ -5,7 +5,8 @@
 #include <QList>
 #include <QWidget>
 
-/// Marks beside the scroll bar where in the document hits are. A click on one asks to go there.
+/// Marks beside the scroll bar where in the document hits are; between them one sees through. A click on one
+/// asks to go there.
 class HitMarkStrip : public QWidget
 {
     Q_OBJECT

@@ -1,10 +1,12 @@
 #include "reader/MessagePage.h"
 
+#include "reader/Fonts.h"
+#include "reader/PathText.h"
+
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QTextDocument>
 #include <QVBoxLayout>
 
 namespace
@@ -21,7 +23,9 @@ MessagePage::MessagePage(ReaderSymbol symbol, QWidget *parent)
     , m_column(new QVBoxLayout)
     , m_buttons(new QWidget(this))
     , m_picture(new QLabel(this))
+    , m_path(new PathText(kColumnWidth, this))
 {
+    m_path->setObjectName(QStringLiteral("path"));
     auto *centre = new QHBoxLayout(this);
     centre->addStretch();
     centre->addLayout(m_column);
@@ -30,13 +34,12 @@ MessagePage::MessagePage(ReaderSymbol symbol, QWidget *parent)
     m_column->addStretch(2);
     m_column->addWidget(m_picture);
     m_heading = addLabel(QStringLiteral("heading"));
-    m_text = addLabel(QStringLiteral("text"));
+    m_column->addWidget(m_path);
     m_problem = addLabel(QStringLiteral("problem"));
     m_column->addWidget(m_buttons);
     m_column->addStretch(3);
 
-    QFont heading = font();
-    heading.setPointSizeF(heading.pointSizeF() * kHeadingScale);
+    QFont heading = scaledFont(font(), kHeadingScale);
     heading.setWeight(QFont::DemiBold);
     m_heading->setFont(heading);
     m_picture->setAlignment(Qt::AlignHCenter);
@@ -66,12 +69,9 @@ void MessagePage::setHeading(const QString &heading)
     setAccessibleName(heading);
 }
 
-void MessagePage::setText(const QString &text)
+void MessagePage::setPath(const QString &path)
 {
-    // A path has no blanks to break lines at.
-    QString breakable = text;
-    m_text->setText(breakable.replace(u'/', QStringLiteral("/\u200b")));
-    m_text->setToolTip(Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal));
+    m_path->setPath(path);
 }
 
 void MessagePage::setProblem(const QString &problem)

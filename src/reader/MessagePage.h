@@ -4,12 +4,13 @@
 
 #include <QWidget>
 
+class PathText;
 class QLabel;
 class QPushButton;
 class QVBoxLayout;
 
 /// What a reader window shows in the document's place when there is something to say: a picture, a heading,
-/// some text and what one can do about it.
+/// the file and what one can do about it.
 class MessagePage : public QWidget
 {
     Q_OBJECT
@@ -18,8 +19,8 @@ public:
     explicit MessagePage(ReaderSymbol symbol, QWidget *parent = nullptr);
 
     void setHeading(const QString &heading);
-    /// Plain text, which can be selected.
-    void setText(const QString &text);
+    /// Of the file, which can be selected.
+    void setPath(const QString &path);
     /// What came of the last attempt; empty for nothing.
     void setProblem(const QString &problem);
     QPushButton *addButton(const QString &name, const QString &text);
@@ -38,6 +39,6 @@ private:
     QWidget *m_buttons;
     QLabel *m_picture;
     QLabel *m_heading;
-    QLabel *m_text;
+    PathText *m_path;
     QLabel *m_problem;
 };

@@ -148,10 +148,10 @@ void PDFKitView::updateScrollBars()
     m_isSettingScrollBars = false;
 }
 
-// Before it is on the screen the view does not know its size.
+// Before it is on the screen the view does not know its size, but may learn those of the pages.
 void PDFKitView::fetch()
 {
-    if (!isVisible())
+    if (!isVisible() && m_viewpoint.layout().hasSizes())
         return;
     m_fetchedPixelRatio = devicePixelRatioF();
     m_stock.fetch({m_viewpoint, m_fetchedPixelRatio, m_isDark, m_selector.pages()});

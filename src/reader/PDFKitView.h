@@ -59,6 +59,7 @@ public:
     bool canGoForward() const override { return m_history.canGoForward(); }
     void goBack() override;
     void goForward() override;
+    void forgetHistory() override;
 
     void zoomIn() override;
     void zoomOut() override;

@@ -4,6 +4,7 @@
 #include "reader/PagePainter.h"
 #include "reader/PointerGestures.h"
 #include "reader/SelectionCopier.h"
+#include "reader/Spring.h"
 
 #include <QApplication>
 #include <QGestureEvent>
@@ -28,7 +29,7 @@ constexpr double kKeptOfPage = 40;
 /// Notches of a wheel that double the scale.
 constexpr double kNotchesPerOctave = 4;
 constexpr double kAngleOfNotch = 120;
-/// A critically damped spring, as everything here moves: how quick, and when it may end.
+/// How quick the light comes on, and when that may end.
 constexpr std::chrono::duration<double> kLightResponse{0.35};
 constexpr std::chrono::milliseconds kLightSettles{600};
 
@@ -69,6 +70,7 @@ void PDFKitView::paintEvent(QPaintEvent *)
 {
     if (devicePixelRatioF() != m_fetchedPixelRatio) // the window came to another screen
         fetch();
+    m_stock.takePictures();
     QPainter painter(viewport());
     PagePainter pages(painter, m_viewpoint, m_stock, devicePixelRatioF());
     const PageColors colors = PageColors::from(palette(), m_isDark);
@@ -87,9 +89,7 @@ double PDFKitView::litStrength() const
 {
     if (!m_litSince)
         return 1;
-    const std::chrono::duration<double> since = m_clock.elapsed() - *m_litSince;
-    const double swing = 2 * M_PI * (since / kLightResponse);
-    return 1 - (1 + swing) * std::exp(-swing);
+    return springProgress(m_clock.elapsed() - *m_litSince, kLightResponse);
 }
 
 void PDFKitView::scheduleFrame()

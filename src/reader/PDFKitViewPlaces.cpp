@@ -33,10 +33,9 @@ template <typename Move> void PDFKitView::jump(Move move)
     move();
     const PDFPosition now = place();
     const double distance = (now.point - left.point).manhattanLength() * m_viewpoint.scale();
-    if (now.pageIndex != left.pageIndex || distance >= kSamePlace) {
+    if (now.pageIndex != left.pageIndex || distance >= kSamePlace)
         m_history.leave(left);
-        tellHistory();
-    }
+    tellHistory();
     viewpointChanged();
 }
 
@@ -91,6 +90,12 @@ void PDFKitView::goForward()
 {
     if (canGoForward())
         goInHistory(m_history.goForward(place()));
+}
+
+void PDFKitView::forgetHistory()
+{
+    m_history.clear();
+    tellHistory();
 }
 
 void PDFKitView::goInHistory(const PDFPosition &position)

@@ -127,9 +127,7 @@ void PDFKitView::followLink(const PDFLink &link)
 void PDFKitView::setHitMarks(const QList<qint64> &pageIndexes, int current)
 {
     m_hitMarks->setMarks(pageIndexes, current);
-    const int width = m_hitMarks->hasMarks() ? HitMarkStrip::kWidth : 0;
-    m_hitMarks->setVisible(width > 0);
-    setViewportMargins(0, 0, width, 0);
+    m_hitMarks->setVisible(m_hitMarks->hasMarks());
     layOutHitMarks();
 }
 
@@ -137,7 +135,8 @@ void PDFKitView::layOutHitMarks()
 {
     const QRect pages = viewport()->geometry();
     const bool isMirrored = layoutDirection() == Qt::RightToLeft;
-    const int left = isMirrored ? pages.left() - HitMarkStrip::kWidth : pages.right() + 1;
+    // Over the viewport's margin: beside it they would make every page narrower when a search has hits.
+    const int left = isMirrored ? pages.left() : pages.right() + 1 - HitMarkStrip::kWidth;
     m_hitMarks->setGeometry(left, pages.top(), HitMarkStrip::kWidth, pages.height());
 }
 

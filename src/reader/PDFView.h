@@ -45,6 +45,8 @@ public:
     virtual bool canGoForward() const = 0;
     virtual void goBack() = 0;
     virtual void goForward() = 0;
+    /// There is no way back from here.
+    virtual void forgetHistory() = 0;
 
     virtual void zoomIn() = 0;
     virtual void zoomOut() = 0;
@@ -54,5 +56,5 @@ public:
     // Told after a change; called on the main thread.
     std::function<void()> pageChanged;
     std::function<void()> selectionChanged;
-    std::function<void()> historyChanged;
+    std::function<void()> historyChanged; ///< or a jump led to where one was
 };

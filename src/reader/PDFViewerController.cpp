@@ -17,11 +17,6 @@ constexpr std::chrono::milliseconds kFirstNavigationDelay{50};
 /// After so many losses of the engine a document is read without outline and labels. Chosen: a page that ends
 /// the engine takes the outline's answer with it, at most twice.
 constexpr int kTriesOfFatalStructure = 3;
-
-bool isLoss(const Error &error)
-{
-    return isPDFError(error, PDFErrorCode::EngineFailed) || isPDFError(error, PDFErrorCode::DeadlineExceeded);
-}
 } // namespace
 
 PDFViewerController::PDFViewerController(Collaborators collaborators, QObject *parent)
@@ -56,7 +51,7 @@ void PDFViewerController::observeView()
         handleSelectionChange();
     };
     m_with.view.historyChanged = [this] {
-        refreshNavigation();
+        handleHistoryChange();
     };
 }
 
@@ -95,13 +90,13 @@ QCoro::Task<> PDFViewerController::load(ReaderDocument &document)
     const auto items = co_await outlining;
     if (!self || stop.stop_requested())
         co_return;
-    if (!items && isLoss(items.error()))
+    if (!items && isEngineLoss(items.error()))
         ++m_structureLosses;
     outline = items ? outlineElements(*items) : QList<OutlineElement>();
     const auto labels = co_await labelling;
     if (!self || stop.stop_requested())
         co_return;
-    if (items && !labels && isLoss(labels.error()))
+    if (items && !labels && isEngineLoss(labels.error()))
         ++m_structureLosses;
     pageLabels = labels ? *labels : PDFPageLabels();
 }
@@ -111,20 +106,25 @@ void PDFViewerController::navigateFirst()
     m_firstNavigation = m_with.clock.callAfter(kFirstNavigationDelay, [this] { goToTarget(); });
 }
 
-void PDFViewerController::goToTarget()
+QCoro::Task<> PDFViewerController::goToTarget()
 {
+    const QPointer self(this);
     if (!m_with.view.document())
-        return;
-    const qint64 target = m_request ? m_request->page.value_or(1) : 1;
-    const auto text = [this](const std::optional<QString> PDFOpenRequest::*field) {
-        return m_request ? (*m_request.*field).value_or(QString()) : QString();
-    };
-    const QString highlighted = text(&PDFOpenRequest::highlightText);
-    const QString passage = highlighted.isEmpty() ? text(&PDFOpenRequest::searchText) : highlighted;
-    if (!passage.isEmpty())
-        highlight(passage, target);
-    else if (target >= 1 && target <= pageCount)
+        co_return;
+    const PDFOpenRequest request = m_request.value_or(PDFOpenRequest());
+    const qint64 target = request.page.value_or(1);
+    const QString passage = request.highlightText.value_or(request.searchText.value_or(QString()));
+    if (passage.isEmpty()) {
+        if (target < 1 || target > pageCount)
+            co_return;
         m_with.view.goToPage(target - 1);
+    } else {
+        auto showing = highlight(passage, target);
+        const bool isThere = co_await showing;
+        if (!self || !isThere)
+            co_return;
+    }
+    m_with.view.forgetHistory(); // nobody has seen what it came from
 }
 
 void PDFViewerController::handlePageChange()
@@ -146,6 +146,14 @@ void PDFViewerController::refreshNavigation()
     canGoForward = m_with.view.canGoForward();
 }
 
+void PDFViewerController::handleHistoryChange()
+{
+    // Who goes somewhere no longer waits to be taken elsewhere.
+    m_firstNavigation.reset();
+    m_highlighting.request_stop();
+    refreshNavigation();
+}
+
 void PDFViewerController::handleSelectionChange()
 {
     const std::optional<PDFSelection> selection = m_with.view.currentSelection();
@@ -157,6 +165,5 @@ void PDFViewerController::goToPageText(const QString &text)
     const std::optional<qint64> number = decimalInteger(text);
     if (!m_with.view.document() || !number || *number < 1 || *number > pageCount)
         return;
-    m_highlighting.request_stop(); // who goes elsewhere no longer waits for a passage
     m_with.view.goToPage(*number - 1);
 }

@@ -78,8 +78,9 @@ public:
     QCoro::Task<> performSearch();
     /// Return in the search field: searches at once for what was typed, or else goes to the next hit.
     void submitSearch();
-    /// Shows a passage on a 1-based page, lit when it is found, else the page.
-    QCoro::Task<> highlight(QString text, qint64 pageNumber);
+    /// Shows a passage on a 1-based page, lit when it is found, else the page. Answers false when there is no
+    /// such page, or a person went elsewhere meanwhile.
+    QCoro::Task<bool> highlight(QString text, qint64 pageNumber);
     /// Shows a hit, which becomes the current one. Without such a hit nothing happens.
     void goToHit(int index);
     /// Step through the hits, around the end. From no hit they step to the first one from the current page
@@ -106,7 +107,8 @@ private:
     void observeView();
     void handlePageChange();
     void handleSelectionChange();
-    void goToTarget();
+    void handleHistoryChange();
+    QCoro::Task<> goToTarget();
     void scheduleSearch();
     void showHits(const QList<Passage> &passages);
     bool isOnPaper() const { return m_request && m_request->paperId; }

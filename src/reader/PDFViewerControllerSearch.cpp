@@ -76,7 +76,7 @@ void PDFViewerController::showHits(const QList<Passage> &passages)
             hits, [&](const PDFSearchResult &hit) { return hit.pageIndex + 1 == m_request->page; });
 }
 
-QCoro::Task<> PDFViewerController::highlight(QString text, qint64 pageNumber)
+QCoro::Task<bool> PDFViewerController::highlight(QString text, qint64 pageNumber)
 {
     const QPointer self(this);
     m_highlighting.request_stop();
@@ -84,7 +84,7 @@ QCoro::Task<> PDFViewerController::highlight(QString text, qint64 pageNumber)
     const std::stop_token stop = m_highlighting.get_token();
     ReaderDocument *document = m_with.view.document();
     if (!document || pageNumber < 1 || pageNumber > document->pageCount())
-        co_return;
+        co_return false;
     const qint64 pageIndex = pageNumber - 1;
     const auto finding = document->ask(
         ReaderDocument::Priority::Visible, stop,
@@ -96,13 +96,14 @@ QCoro::Task<> PDFViewerController::highlight(QString text, qint64 pageNumber)
         });
     const Result<std::optional<PDFSelection>> found = co_await finding;
     if (!self || stop.stop_requested() || m_with.view.document() != document)
-        co_return;
+        co_return false;
     if (!found || !*found) {
         m_with.view.goToPage(pageIndex);
-        co_return;
+        co_return true;
     }
     m_with.view.setCurrentSelection(**found, PDFView::Animate::Yes);
     m_with.view.goToSelection(**found);
+    co_return true;
 }
 
 void PDFViewerController::goToHit(int index)

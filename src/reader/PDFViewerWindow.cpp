@@ -31,6 +31,7 @@ PDFViewerWindow::PDFViewerWindow(const PDFOpenRequest &request, ReaderServices s
     m_controller->setRequest(m_request);
     m_view->setFocus();
     // Both may have had their answer already.
+    m_opening->takeIfOpen();
     moveTo(m_opening->path);
     showState();
     findPaper();
@@ -125,7 +126,10 @@ void PDFViewerWindow::observe()
     watch(m_controller->searchResults, &PDFViewerWindow::showHitMarks);
     watch(m_controller->currentHit, &PDFViewerWindow::showHitMarks);
     watch(m_controller->searchText, &PDFViewerWindow::searchTextChanged);
-    m_observers.push_back(m_opening->path.addNotifier([this] { moveTo(m_opening->path); }));
+    m_observers.push_back(m_opening->path.addNotifier([this] {
+        moveTo(m_opening->path);
+        findPaper();
+    }));
     m_actions->back->setEnabled(m_controller->canGoBack);
     m_actions->forward->setEnabled(m_controller->canGoForward);
     m_observers.push_back(m_controller->canGoBack.addNotifier(

@@ -45,12 +45,12 @@ Q_SIGNALS:
     void closed(const QUuid &requestId);
 
 protected:
+    void changeEvent(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
     void makeParts();
-    void makePages();
     void connectActions();
     void connectView();
     void observe();

@@ -57,7 +57,7 @@ void PDFViewerWindow::showFailure(const QString &problem)
         m_failurePage->setFocusProxy(tryAgain);
         m_pages->addWidget(m_failurePage);
     }
-    m_failurePage->setText(m_opening->path);
+    m_failurePage->setPath(m_opening->path);
     m_failurePage->setProblem(problem);
     showOnly(m_failurePage);
 }
@@ -75,7 +75,7 @@ void PDFViewerWindow::showMissing(const QString &problem)
         m_missingPage->setFocusProxy(locate);
         m_pages->addWidget(m_missingPage);
     }
-    m_missingPage->setText(m_opening->path);
+    m_missingPage->setPath(m_opening->path);
     m_missingPage->setProblem(problem);
     showOnly(m_missingPage);
 }
@@ -88,7 +88,7 @@ void PDFViewerWindow::showPassword(const QString &problem)
         connect(m_passwordPage, &PasswordPage::cancelled, this, &QWidget::close);
         m_pages->addWidget(m_passwordPage);
     }
-    m_passwordPage->setText(m_opening->path);
+    m_passwordPage->setPath(m_opening->path);
     showOnly(m_passwordPage);
     m_passwordPage->ask(problem);
 }
@@ -116,10 +116,11 @@ void PDFViewerWindow::askWhereFileIs()
 QCoro::Task<> PDFViewerWindow::findPaper()
 {
     const QPointer self(this);
+    const QUrl file = m_request.url;
     const auto looking = m_request.paperId ? m_services.library.paperById(*m_request.paperId)
                                            : m_services.library.paperByFilepath(m_request.url.toLocalFile());
     const Result<std::optional<Paper>> found = co_await looking;
-    if (!self || !found || !*found)
+    if (!self || m_request.url != file || !found || !*found)
         co_return;
     const Paper &paper = **found;
     m_paperTitle = paper.title;
@@ -209,6 +210,13 @@ void PDFViewerWindow::setFullScreen(bool isFull)
     menuBar()->setVisible(!isFull);
     m_toolBar->setVisible(!isFull);
     setWindowState(windowState().setFlag(Qt::WindowFullScreen, isFull));
+}
+
+void PDFViewerWindow::changeEvent(QEvent *event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange) // perhaps by the desktop
+        m_actions->fullScreen->setChecked(isFullScreen());
 }
 
 void PDFViewerWindow::keyPressEvent(QKeyEvent *event)

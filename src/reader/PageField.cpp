@@ -15,6 +15,8 @@ constexpr int kLeastDigits = 4;
 constexpr int kFieldPadding = 16;
 /// Beyond it a page's own label is cut. Chosen: "Appendix B-12" fits.
 constexpr int kMostLabelCharacters = 14;
+/// Pages whose labels are looked at for the room that they need. Chosen: more than most books have.
+constexpr qint64 kMostMeasuredPages = 2000;
 
 int digitsOf(qint64 number)
 {
@@ -46,8 +48,13 @@ PageField::PageField(PDFViewerController &controller, QWidget *parent)
         Q_EMIT done();
     });
     m_observers.push_back(m_controller.currentPage.addNotifier([this] { showPage(); }));
-    m_observers.push_back(m_controller.pageCount.addNotifier([this] { showCount(); }));
-    m_observers.push_back(m_controller.pageLabels.addNotifier([this] { showCount(); }));
+    const auto countChanged = [this] {
+        makeRoom();
+        showCount();
+    };
+    m_observers.push_back(m_controller.pageCount.addNotifier(countChanged));
+    m_observers.push_back(m_controller.pageLabels.addNotifier(countChanged));
+    makeRoom();
     showPage();
 }
 
@@ -69,17 +76,29 @@ void PageField::showCount()
     const int digits = std::max(kLeastDigits, digitsOf(count));
     m_number->setFixedWidth(digits * m_number->fontMetrics().horizontalAdvance(u'0') + kFieldPadding);
     m_number->setEnabled(count > 0);
-    QString text = u"of " + QString::number(count);
+    m_count->setText(count > 0 ? textFor(m_controller.currentPage) : QString());
+}
+
+QString PageField::textFor(qint64 pageNumber) const
+{
+    const QString count = u"of " + QString::number(m_controller.pageCount);
     const PDFPageLabels &labels = m_controller.pageLabels.value();
-    if (!labels.isEmpty()) {
-        const QString label = labels.label(m_controller.currentPage - 1);
-        if (label != QString::number(m_controller.currentPage))
-            text = u"(" + label.left(kMostLabelCharacters) + u") " + text;
-        // Room for the longest, so that what is beside it stays where it is.
-        m_count->setMinimumWidth(
-            std::max(m_count->minimumWidth(), m_count->fontMetrics().horizontalAdvance(text)));
-    }
-    m_count->setText(count > 0 ? text : QString());
+    const QString label = labels.isEmpty() ? QString() : labels.label(pageNumber - 1);
+    if (label.isEmpty() || label == QString::number(pageNumber))
+        return count;
+    return u"(" + label.left(kMostLabelCharacters) + u") " + count;
+}
+
+void PageField::makeRoom()
+{
+    const QFontMetrics metrics = m_count->fontMetrics();
+    int width = metrics.horizontalAdvance(QStringLiteral("(xviii) of 0000"));
+    const qint64 pages = m_controller.pageLabels.value().isEmpty()
+                             ? 1
+                             : std::min<qint64>(m_controller.pageCount, kMostMeasuredPages);
+    for (qint64 page = 1; page <= pages; ++page)
+        width = std::max(width, metrics.horizontalAdvance(textFor(page)));
+    m_count->setMinimumWidth(width);
 }
 
 bool PageField::eventFilter(QObject *watched, QEvent *event)

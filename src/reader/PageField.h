@@ -30,6 +30,10 @@ protected:
 private:
     void showPage();
     void showCount();
+    /// What stands beside the number of that page.
+    QString textFor(qint64 pageNumber) const;
+    /// For the longest label, so that what is beside it stays where it is while pages go by.
+    void makeRoom();
 
     PDFViewerController &m_controller;
     QLineEdit *m_number;

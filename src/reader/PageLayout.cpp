@@ -4,7 +4,7 @@
 
 namespace
 {
-/// Until any size is known; nothing is shown then.
+/// Until any size is known, and where none can be had: US letter.
 constexpr QSizeF kUnknownSize(612, 792);
 } // namespace
 

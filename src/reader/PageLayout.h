@@ -33,7 +33,8 @@ public:
     explicit PageLayout(qint64 pageCount = 0);
 
     qint64 pageCount() const { return m_pageCount; }
-    bool hasSizes() const { return m_assumedSize.has_value(); }
+    /// Whether anything is known of any page, be it that its size cannot be had.
+    bool hasSizes() const { return !m_blocks.empty(); }
     bool isKnown(qint64 page) const;
 
     /// Sizes in points of the pages from `first` on; a page without one keeps the assumed size.

@@ -22,6 +22,36 @@ constexpr QColor kLitOnLight(255, 226, 92);
 constexpr QColor kLitOnDark(112, 88, 0);
 constexpr QColor kBackdropOfDark(32, 33, 36);
 
+/// Between two words that a marker passes over in one stroke, in heights of the line. Chosen: a word too
+/// short to be looked for fits between.
+constexpr double kStrokeGap = 1.2;
+
+bool areOneStroke(const QRectF &left, const QRectF &right)
+{
+    const double shared = std::min(left.bottom(), right.bottom()) - std::max(left.top(), right.top());
+    const double height = std::min(left.height(), right.height());
+    const double gap = right.left() - left.right();
+    return shared > height / 2 && gap >= 0 && gap < kStrokeGap * height;
+}
+
+/// The words of a line that stand side by side as one.
+QList<QRectF> joined(QList<QRectF> rectangles)
+{
+    std::sort(rectangles.begin(), rectangles.end(),
+              [](const QRectF &a, const QRectF &b) { return a.left() < b.left(); });
+    QList<QRectF> strokes;
+    for (const QRectF &rectangle : rectangles) {
+        const auto stroke = std::find_if(strokes.begin(), strokes.end(), [&rectangle](const QRectF &left) {
+            return areOneStroke(left, rectangle);
+        });
+        if (stroke != strokes.end())
+            *stroke |= rectangle;
+        else
+            strokes.append(rectangle);
+    }
+    return strokes;
+}
+
 /// Widths in pixels of the viewport and strengths of the rings that make a page's shadow.
 constexpr std::array<std::pair<int, int>, 3> kShadow = {{{3, 10}, {2, 18}, {1, 40}}};
 } // namespace
@@ -65,8 +95,13 @@ PagePainter::PagePainter(QPainter &painter, const Viewpoint &viewpoint, PageStoc
 
 void PagePainter::paintBackdrop(const PageColors &colors)
 {
-    const QSizeF screen = m_view.viewport() * m_pixelRatio;
-    m_painter.fillRect(QRectF(QPointF(), screen).toAlignedRect(), colors.backdrop);
+    QRegion beside(screen());
+    const PageRange visible = m_view.visiblePages();
+    if (m_view.layout().hasSizes()) {
+        for (qint64 page = visible.first; page <= visible.last; ++page)
+            beside -= screenRect(page);
+    }
+    fill(beside, colors.backdrop);
 }
 
 void PagePainter::paintPage(qint64 page, const PageColors &colors)
@@ -101,7 +136,7 @@ void PagePainter::paintMarks(qint64 page, const QList<QRectF> &rectangles, const
     m_painter.setCompositionMode(isDark ? QPainter::CompositionMode_Screen
                                         : QPainter::CompositionMode_Multiply);
     QRegion marked; // one region, so that rectangles that overlap do not mark twice
-    for (const QRectF &rectangle : rectangles) {
+    for (const QRectF &rectangle : joined(rectangles)) {
         const QRectF shown = transform.mapRect(rectangle);
         marked += QRectF(shown.topLeft() * m_pixelRatio, shown.size() * m_pixelRatio).toAlignedRect();
     }
@@ -123,8 +158,20 @@ void PagePainter::paintEdge(const QRect &page, const PageColors &colors)
         const int spread = std::max(1, int(std::lround(width * m_pixelRatio)));
         QColor shade = colors.edge;
         shade.setAlpha(colors.isDark ? 2 * alpha : alpha);
-        m_painter.fillRect(page.adjusted(-spread, -spread, spread, spread), shade);
+        // Around the page only: translucent colour under a whole page took longer than the page itself.
+        fill(QRegion(page.adjusted(-spread, -spread, spread, spread) & screen()) - page, shade);
     }
+}
+
+void PagePainter::fill(const QRegion &region, const QColor &color)
+{
+    for (const QRect &part : region)
+        m_painter.fillRect(part, color);
+}
+
+QRect PagePainter::screen() const
+{
+    return QRectF(QPointF(), m_view.viewport() * m_pixelRatio).toAlignedRect();
 }
 
 void PagePainter::paintPicture(const PageTile &tile, const QImage &picture, const QRect &page)

@@ -40,6 +40,9 @@ public:
 private:
     /// Pixels of the screen, to which every page is aligned so that its picture is not resampled.
     QRect screenRect(qint64 page) const;
+    /// The whole viewport.
+    QRect screen() const;
+    void fill(const QRegion &region, const QColor &color);
     void paintEdge(const QRect &page, const PageColors &colors);
     void paintPicture(const PageTile &tile, const QImage &picture, const QRect &page);
     void paintFailure(const QRect &page, const PageColors &colors);

@@ -60,18 +60,18 @@ QCoro::Task<std::optional<QString>> PagePrinter::print()
     for (qint64 page = m_first; page <= m_last; ++page) {
         if (page > m_first && !printer->newPage())
             co_return QStringLiteral("The printer takes no further page.");
-        if (!m_document || !m_document->isOpen()) {
-            printer->abort();
-            co_return QString(u"The document was lost before page " + QString::number(page + 1) +
-                              u" was printed.");
-        }
         auto drawing = pictureOf(page);
-        const QImage picture = co_await drawing;
+        const Result<QImage> picture = co_await drawing;
         if (!self || m_stop.stop_requested()) {
             printer->abort();
             co_return std::nullopt;
         }
-        draw(painter, picture);
+        if (!picture && !isPDFError(picture.error(), PDFErrorCode::PageUnavailable)) {
+            printer->abort();
+            co_return QString(u"The document was lost before page " + QString::number(page + 1) +
+                              u" was printed.");
+        }
+        draw(painter, picture ? *picture : QImage());
         Q_EMIT progressed(page - m_first + 1);
         if (!self)
             co_return std::nullopt; // who heard of it may have closed the window
@@ -79,23 +79,26 @@ QCoro::Task<std::optional<QString>> PagePrinter::print()
     co_return std::nullopt;
 }
 
-QCoro::Task<QImage> PagePrinter::pictureOf(qint64 pageIndex)
+QCoro::Task<Result<QImage>> PagePrinter::pictureOf(qint64 pageIndex)
 {
+    if (!m_document)
+        co_return cancelledError();
     const double scale = std::min(m_printer->resolution(), kMostDotsPerInch) / kPointsPerInch;
     const auto drawing = m_document->ask(ReaderDocument::Priority::Ahead, m_stop.get_token(),
                                          [pageIndex, scale](PDFDocument &pdf, std::stop_token stop) {
                                              return drawPage(pdf, pageIndex, scale, stop);
                                          });
-    const Result<QImage> drawn = co_await drawing;
-    co_return drawn ? *drawn : QImage();
+    co_return co_await drawing;
 }
 
-/// As large as the paper allows, in the middle, turned where that fits better.
+/// As large as the paper allows, in the middle, turned where that fits better; what has no picture says so.
 void PagePrinter::draw(QPainter &painter, const QImage &picture)
 {
-    if (picture.isNull())
-        return;
     const QRect paper = painter.viewport();
+    if (picture.isNull()) {
+        painter.drawText(paper, Qt::AlignCenter, QStringLiteral("This page cannot be shown"));
+        return;
+    }
     const bool isAcross = (picture.width() > picture.height()) != (paper.width() > paper.height());
     const QImage page = isAcross ? picture.transformed(QTransform().rotate(-90)) : picture;
     QSize size = page.size();

@@ -35,7 +35,7 @@ Q_SIGNALS:
     void progressed(qint64 pagesDone);
 
 private:
-    QCoro::Task<QImage> pictureOf(qint64 pageIndex);
+    QCoro::Task<Result<QImage>> pictureOf(qint64 pageIndex);
     static void draw(QPainter &painter, const QImage &picture);
 
     QPointer<ReaderDocument> m_document;

@@ -1,18 +1,8 @@
 #include "reader/PageScheduler.h"
 
-#include "pdf/PDFDocument.h"
+#include "reader/ReaderDocument.h"
 
 #include <algorithm>
-
-namespace
-{
-bool isLoss(const Error &error)
-{
-    return isPDFError(error, PDFErrorCode::EngineFailed) ||
-           isPDFError(error, PDFErrorCode::DeadlineExceeded) ||
-           isPDFError(error, PDFErrorCode::EngineMissing);
-}
-} // namespace
 
 PageScheduler::PageScheduler(PageSource &source, Arrived arrived, std::function<void(const PageJob &)> failed)
     : m_source(source)
@@ -50,12 +40,6 @@ bool PageScheduler::isRunning(const PageJob &job) const
 {
     return std::any_of(m_running.begin(), m_running.end(),
                        [&](const auto &running) { return running.second.planned.job == job; });
-}
-
-bool PageScheduler::isPlanned(const PageJob &job) const
-{
-    return std::any_of(m_plan.begin(), m_plan.end(),
-                       [&](const PlannedJob &planned) { return planned.job == job; });
 }
 
 void PageScheduler::stopUnneeded()
@@ -115,8 +99,8 @@ void PageScheduler::fail(const PageJob &job, const Error &error)
 {
     const Failure failure = failureOf(job);
     const bool wasLost = m_isLost;
-    m_isLost = m_isLost || isLoss(error);
-    if (isLoss(error) && (wasLost || ++m_lossesAt[failure] < kTriesOfFatalPage))
+    m_isLost = m_isLost || isEngineLoss(error);
+    if (isEngineLoss(error) && (wasLost || ++m_lossesAt[failure] < kTriesOfFatalPage))
         return;
     m_failures.insert(failure);
     m_failed(job);

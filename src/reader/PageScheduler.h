@@ -44,7 +44,6 @@ private:
 
     static Failure failureOf(const PageJob &job);
     bool isRunning(const PageJob &job) const;
-    bool isPlanned(const PageJob &job) const;
     void stopUnneeded();
     void fill();
     void start(const PlannedJob &planned);

@@ -18,7 +18,9 @@ void PageStock::setSource(std::unique_ptr<PageSource> source)
     m_scheduler = std::make_unique<PageScheduler>(
         *m_source, [this](const PageJob &job, PageAnswer answer) { keep(job, std::move(answer)); },
         [this](const PageJob &job) {
-            if (job.kind == PageJob::Kind::Picture)
+            if (job.kind == PageJob::Kind::Sizes) // each page may still be drawn, or say that it cannot be
+                sizesArrived(job.page, PageSizes(size_t(PageLayout::kBlockPages)));
+            else if (job.kind == PageJob::Kind::Picture)
                 pictureArrived(job.page);
         });
 }
@@ -36,6 +38,12 @@ void PageStock::fetch(const Need &need)
     m_contents.forgetBeyond(need.viewpoint.visiblePages());
     m_scheduler->setPlan(
         planReading({need.viewpoint, need.pixelRatio, need.isDark, need.selected, m_cache, m_contents}));
+}
+
+void PageStock::takePictures()
+{
+    if (m_source)
+        m_source->handOverPictures();
 }
 
 bool PageStock::hasFailed(const PageTile &tile) const

@@ -28,6 +28,8 @@ public:
     };
     /// Fetches what is missing, and stops what is fetched in vain.
     void fetch(const Need &need);
+    /// Takes pictures that have come while the main thread did something else. To be called before painting.
+    void takePictures();
 
     PageCache &cache() { return m_cache; }
     const PageCache &cache() const { return m_cache; }
@@ -35,7 +37,8 @@ public:
     /// Whether `tile` cannot be drawn.
     bool hasFailed(const PageTile &tile) const;
 
-    /// Told of what came; texts and links are in `contents` then, pictures in `cache`.
+    /// Told of what came; texts and links are in `contents` then, pictures in `cache`. Sizes that cannot be
+    /// had come as none.
     std::function<void(qint64 firstPage, const PageSizes &sizes)> sizesArrived;
     std::function<void(qint64 page)> pictureArrived; ///< or failed
     std::function<void(qint64 page)> contentArrived;

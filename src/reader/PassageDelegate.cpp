@@ -1,5 +1,6 @@
 #include "reader/PassageDelegate.h"
 
+#include "reader/Fonts.h"
 #include "reader/PassageRow.h"
 
 #include <QAbstractItemView>
@@ -21,10 +22,9 @@ const PassageRow &rowOf(const QModelIndex &index)
     return static_cast<const PassageListModel *>(index.model())->row(index);
 }
 
-QFont smaller(QFont font)
+QFont smaller(const QFont &font)
 {
-    font.setPointSizeF(font.pointSizeF() * 0.9);
-    return font;
+    return scaledFont(font, 0.9);
 }
 
 QFont titleFont(QFont font)

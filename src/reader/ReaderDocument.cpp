@@ -18,6 +18,13 @@ public:
 Q_GLOBAL_STATIC(DocumentThreads, documentThreads)
 } // namespace
 
+bool isLoss(const Error &error)
+{
+    return isPDFError(error, PDFErrorCode::EngineFailed) ||
+           isPDFError(error, PDFErrorCode::DeadlineExceeded) ||
+           isPDFError(error, PDFErrorCode::EngineMissing);
+}
+
 ReaderDocument::ReaderDocument(Open open, QObject *parent)
     : QObject(parent)
     , m_worker(std::make_shared<Worker>(std::move(open), this))

@@ -11,6 +11,10 @@
 #include <optional>
 #include <stop_token>
 
+/// Whether the engine went with a request that failed in this way: it crashed, hung, answered nonsense or
+/// cannot be started.
+bool isLoss(const Error &error);
+
 /// The document of one reader window. Its engine is asked on a thread of this object's own, one request after
 /// another, so that the window never waits for it. Main thread; answers come through futures.
 ///

@@ -1,15 +1,5 @@
 #include "reader/ReaderDocumentWorker.h"
 
-namespace
-{
-bool isLoss(const Error &error)
-{
-    return isPDFError(error, PDFErrorCode::EngineFailed) ||
-           isPDFError(error, PDFErrorCode::DeadlineExceeded) ||
-           isPDFError(error, PDFErrorCode::EngineMissing);
-}
-} // namespace
-
 ReaderDocument::Worker::Worker(Open open, ReaderDocument *owner)
     : m_open(std::move(open))
     , m_refusal(pdfError(PDFErrorCode::EngineFailed, QStringLiteral("the document is not open")))
@@ -113,7 +103,7 @@ void ReaderDocument::Worker::perform(const Turn &turn, const std::stop_token &wa
         return;
     if (isCancelled(*error))
         repairAfterStop();
-    else if (isLoss(*error))
+    else if (isEngineLoss(*error))
         lose(*error);
 }
 

@@ -19,13 +19,6 @@ constexpr char kPagesKey[] = "readerPages";               // "light" or "dark"
 /// Until a person changes it: a letter page at the width of its text beside the sidebar.
 constexpr QSize kWindowSize(1100, 900);
 constexpr int kLeastSidebarWidth = 160;
-
-QSize sizeFrom(const QString &text)
-{
-    const auto width = decimalInteger(text.section(u'x', 0, 0));
-    const auto height = decimalInteger(text.section(u'x', 1));
-    return width && height ? QSize(int(*width), int(*height)) : kWindowSize;
-}
 } // namespace
 
 ReaderLayout::ReaderLayout(Preferences &preferences, const Parts &parts)
@@ -46,12 +39,27 @@ void ReaderLayout::restore()
         return m_preferences.text(QLatin1String(key)).value_or(QString());
     };
     const QSize screen = m_parts.window->screen()->availableSize();
-    m_parts.window->resize(sizeFrom(text(kWindowSizeKey)).boundedTo(screen));
-    const qint64 width = decimalInteger(text(kSidebarWidthKey)).value_or(ReaderSidebar::kWidth);
-    m_sidebarWidth = int(std::clamp<qint64>(width, kLeastSidebarWidth, screen.width() / 2));
+    m_parts.window->resize(windowSizeFrom(text(kWindowSizeKey), screen));
+    m_sidebarWidth = sidebarWidthFrom(text(kSidebarWidthKey), screen);
     m_parts.splitter->setSizes({m_sidebarWidth, m_parts.window->width() - m_sidebarWidth});
     showSidebar(text(kSidebarKey) != u"hidden");
     m_parts.view->setDarkMode(text(kPagesKey) == u"dark");
+}
+
+QSize ReaderLayout::windowSizeFrom(const QString &remembered, QSize screen)
+{
+    const qint64 width = decimalInteger(remembered.section(u'x', 0, 0)).value_or(0);
+    const qint64 height = decimalInteger(remembered.section(u'x', 1)).value_or(0);
+    if (width < 1 || height < 1)
+        return kWindowSize.boundedTo(screen);
+    return {int(std::min<qint64>(width, screen.width())), int(std::min<qint64>(height, screen.height()))};
+}
+
+int ReaderLayout::sidebarWidthFrom(const QString &remembered, QSize screen)
+{
+    const qint64 width = decimalInteger(remembered).value_or(ReaderSidebar::kWidth);
+    const int most = std::max(kLeastSidebarWidth, screen.width() / 2);
+    return int(std::clamp<qint64>(width, kLeastSidebarWidth, most));
 }
 
 int ReaderLayout::sidebarWidth() const

@@ -27,6 +27,10 @@ public:
     void showSidebar(bool isShown);
     bool isSidebarShown() const { return m_isSidebarShown; }
 
+    /// What was remembered (any text), as far as a screen of that size has room for it.
+    static QSize windowSizeFrom(const QString &remembered, QSize screen);
+    static int sidebarWidthFrom(const QString &remembered, QSize screen);
+
 private:
     int sidebarWidth() const;
 

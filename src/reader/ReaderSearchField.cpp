@@ -18,11 +18,12 @@ ReaderSearchField::ReaderSearchField(PDFViewerController &controller, QWidget *p
     setObjectName(QStringLiteral("readerSearchField"));
     setAccessibleName(QStringLiteral("Search this paper"));
     setPlaceholderText(QStringLiteral("Power Search (e.g. attention AND transformer*)"));
-    setClearButtonEnabled(true);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     addAction(readerIcon(ReaderSymbol::Search), LeadingPosition);
     connect(this, &QLineEdit::textChanged, this,
             [this](const QString &text) { m_controller.searchText = text; });
+    // Not before there is something to clear: its icon takes milliseconds to find, and the page waits.
+    connect(this, &QLineEdit::textChanged, this, [this] { setClearButtonEnabled(true); });
     m_observer = m_controller.searchText.addNotifier([this] {
         if (text() != m_controller.searchText.value())
             setText(m_controller.searchText.value());

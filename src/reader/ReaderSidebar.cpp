@@ -13,6 +13,8 @@ ReaderSidebar::ReaderSidebar(PDFViewerController &controller, PDFView &view, QWi
     setAccessibleName(QStringLiteral("Sidebar"));
     setDocumentMode(true);
     tabBar()->setExpanding(true);
+    setUsesScrollButtons(false); // in a narrow sidebar names are cut, and all three stay within reach
+    setElideMode(Qt::ElideRight);
     // In the order of `Pane`.
     addTab(new OutlinePane(controller, view, this), QStringLiteral("Outline"));
     addTab(new SearchPane(controller, this), QStringLiteral("Search"));

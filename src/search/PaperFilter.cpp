@@ -1,6 +1,5 @@
 #include "search/PaperFilter.h"
 
-#include <QHash>
 #include <QSet>
 #include <QStringMatcher>
 
@@ -57,7 +56,8 @@ bool passes(const SearchResult &result, const Paper *paper, const Filter &filter
            filter.passesAuthor(paper ? paper->authors : QString()) &&
            filter.passesYear(paper ? paper->year : std::nullopt);
 }
-/// Those of the listed papers that have results, by id. Few of many: only the ids of the results are kept.
+} // namespace
+
 QHash<QString, const Paper *> papersOf(const QList<SearchResult> &results, const QList<Paper> &listed)
 {
     QSet<QString> wanted;
@@ -72,7 +72,6 @@ QHash<QString, const Paper *> papersOf(const QList<SearchResult> &results, const
     }
     return papers;
 }
-} // namespace
 
 QList<Paper> filteredPapers(const QList<Paper> &papers, const ParsedQuery &query, std::stop_token stop)
 {

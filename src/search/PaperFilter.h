@@ -4,6 +4,7 @@
 #include "store/Paper.h"
 #include "store/SearchResult.h"
 
+#include <QHash>
 #include <QList>
 #include <stop_token>
 
@@ -16,6 +17,10 @@ enum class ListedPapers {
 /// The papers that pass every filter of `query`, in their order. Texts are compared as "contains", case
 /// folded; free text does not filter. When all pass, the list itself. A stop leaves it unfinished.
 QList<Paper> filteredPapers(const QList<Paper> &papers, const ParsedQuery &query, std::stop_token stop = {});
+
+/// Those of the listed papers that have results, by id; a missing one is null. Few of many: of the list, only
+/// papers with results are kept. The list must outlive the answer.
+QHash<QString, const Paper *> papersOf(const QList<SearchResult> &results, const QList<Paper> &listed);
 
 /// The results that pass, in their order. Author and year are looked up in `listed`; a result whose paper is
 /// not there fails those two filters.

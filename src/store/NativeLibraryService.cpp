@@ -162,6 +162,18 @@ QFuture<Result<std::optional<Paper>>> NativeLibraryService::paperByContentHash(c
                         [digest](Database &database) { return selectPaperByContentHash(database, digest); });
 }
 
+QFuture<Result<std::optional<QString>>> NativeLibraryService::contentHashOfPaper(const QString &id)
+{
+    return m_db.perform(m_urgency, [id](Database &database) -> Result<std::optional<QString>> {
+        const auto hashes =
+            selectTexts(database, QStringLiteral("SELECT content_hash FROM papers WHERE id = ?"),
+                        QLatin1String("content_hash"), {id});
+        if (!hashes)
+            return hashes.error();
+        return hashes->isEmpty() ? std::nullopt : std::optional(hashes->first());
+    });
+}
+
 QFuture<Result<std::optional<Paper>>> NativeLibraryService::paperByFilepath(const QString &filepath)
 {
     return m_db.perform(m_urgency,

@@ -49,6 +49,8 @@ public:
     QFuture<Result<PaperCounts>> paperCounts(const std::optional<QString> &cutOff);
     QFuture<Result<std::optional<Paper>>> paperById(const QString &id);
     QFuture<Result<std::optional<Paper>>> paperByContentHash(const QString &digest);
+    /// Of the paper's file at its import; nothing when that was not known, or the paper is not.
+    QFuture<Result<std::optional<QString>>> contentHashOfPaper(const QString &id);
     QFuture<Result<std::optional<Paper>>> paperByFilepath(const QString &filepath);
     /// The ids that begin with `prefix`, ascending.
     QFuture<Result<QStringList>> paperIdsWithPrefix(const QString &prefix);

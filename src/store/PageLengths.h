@@ -14,8 +14,8 @@ struct sqlite3_stmt;
 ///
 /// What is known is always what the records say; a length that is not known has to be asked of the table.
 /// - Reading: nothing is read before a ranked statement has begun. A statement that would look up a fifth of
-///   the rows or more reads all lengths at once, which is sooner. From the second ranked statement on (one is all
-///   that a command makes), `readSlice` reads them while the database thread has nothing else to do.
+///   the rows or more reads all lengths at once, which is sooner. From the second ranked statement on (one is
+///   all that a command makes), `readSlice` reads them while the database thread has nothing else to do.
 /// - This connection's writes: an update hook makes the length of every row that is written unknown, and
 ///   nothing is remembered while a transaction that has written is open. So a rollback, of whatever kind,
 ///   leaves nothing that is wrong.

@@ -1,6 +1,7 @@
 #include "ui/AboutPanel.h"
 
 #include "app/ProgramInformation.h"
+#include "reader/Fonts.h"
 
 #include <QDialog>
 #include <QDialogButtonBox>
@@ -24,10 +25,7 @@ QLabel *centredText(const QString &text, const QString &name)
 QLabel *programName()
 {
     QLabel *name = centredText(QStringLiteral("Quirevault"), QStringLiteral("aboutName"));
-    QFont font = name->font();
-    font.setPointSizeF(font.pointSizeF() * 1.8);
-    font.setBold(true);
-    name->setFont(font);
+    name->setFont(boldFont(name->font(), 1.8));
     return name;
 }
 

@@ -1,5 +1,6 @@
 #include "ui/CardText.h"
 
+#include "reader/Fonts.h"
 #include "ui/CardWords.h"
 
 #include <QFontMetrics>
@@ -11,6 +12,8 @@ namespace
 constexpr double kSecondaryOpacity = 0.62;
 /// Of the accent colour behind a matched word.
 constexpr double kMatchOpacity = 0.25;
+/// Of the small font to the title's.
+constexpr double kSmallScale = 0.88;
 
 QColor withAlpha(QColor colour, double alpha)
 {
@@ -38,15 +41,6 @@ FormattedText passageText(const QList<SnippetSpan> &spans, const QPalette &palet
     return passage;
 }
 
-QFont smaller(QFont font)
-{
-    constexpr double kScale = 0.88;
-    if (font.pointSizeF() > 0)
-        font.setPointSizeF(font.pointSizeF() * kScale);
-    else
-        font.setPixelSize(qRound(font.pixelSize() * kScale));
-    return font;
-}
 } // namespace
 
 QColor secondaryColour(const QPalette &palette)
@@ -69,7 +63,7 @@ QString elidedByline(const Paper &paper, const QFont &font, int width)
 
 CardStyle::CardStyle(const QFont &base, CardKind ofKind)
     : titleFont(base)
-    , smallFont(smaller(base))
+    , smallFont(scaledFont(base, kSmallScale))
     , kind(ofKind)
     , titleLine(QFontMetrics(titleFont).height())
     , smallLine(QFontMetrics(smallFont).height())

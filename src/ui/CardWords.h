@@ -20,7 +20,7 @@ QList<SnippetSpan> passageSpans(const QString &snippet, const QString &query);
 QString passagePlace(const PaperCard &card);
 
 /// What a screen reader says of a card, most telling first. Whether the file is there is not among it: see
-/// `kSpokenFileMissing`.
+/// `spokenFileMissing`.
 QString spokenCard(const PaperCard &card);
 
 /// Said after the rest of a card whose PDF is no longer at its path.

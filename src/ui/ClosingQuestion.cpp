@@ -17,10 +17,11 @@ ClosingQuestion::ClosingQuestion(LibraryViewModel &vm, QWidget *window)
 {
 }
 
-bool ClosingQuestion::mayClose()
+bool ClosingQuestion::mayClose(std::function<void()> closeAgain)
 {
     if (!m_vm.isImporting || m_isConfirmed)
         return true;
+    m_closeAgain = std::move(closeAgain);
     if (!m_box)
         ask();
     return false;
@@ -42,7 +43,7 @@ void ClosingQuestion::ask()
         m_isConfirmed = true;
         m_vm.cancelImport();
         // Not now: the click is still the box's.
-        QMetaObject::invokeMethod(m_window, &QWidget::close, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(m_window, m_closeAgain, Qt::QueuedConnection);
     });
     m_box->open();
 }

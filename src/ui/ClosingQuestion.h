@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QProperty>
+#include <functional>
 
 class LibraryViewModel;
 class QMessageBox;
@@ -17,8 +18,9 @@ class ClosingQuestion : public QObject
 public:
     ClosingQuestion(LibraryViewModel &vm, QWidget *window);
 
-    /// Whether the window may close now. When not, the person is being asked, and may close it later.
-    bool mayClose();
+    /// Whether the window may close now. When not, the person is being asked, and `closeAgain` is called once
+    /// they agree: only the latest, as the window may be asked to close for more than one reason.
+    bool mayClose(std::function<void()> closeAgain);
 
 private:
     void ask();
@@ -26,6 +28,7 @@ private:
     LibraryViewModel &m_vm;
     QWidget *m_window;
     QPointer<QMessageBox> m_box;
+    std::function<void()> m_closeAgain;
     bool m_isConfirmed = false;
     QPropertyNotifier m_observer;
 };

@@ -10,13 +10,12 @@
 #include "ui/ImportPanel.h"
 #include "ui/IndexingOverlay.h"
 #include "ui/LibraryAlertsModifier.h"
-#include "ui/LibraryGrid.h"
 #include "ui/LibraryMenus.h"
 #include "ui/LibraryToolBar.h"
 #include "ui/LibraryView.h"
 #include "ui/PaperDetailPanel.h"
+#include "ui/PaperGrid.h"
 #include "ui/RetaggingOverlay.h"
-#include "ui/SearchResultsView.h"
 #include "ui/ShortcutsWindow.h"
 #include "ui/Sidebar.h"
 #include "ui/TagAlerts.h"
@@ -44,6 +43,7 @@ ContentView::ContentView(Collaborators with, QWidget *parent)
     : QMainWindow(parent)
     , m_vm(with.vm)
     , m_commands(with.commands)
+    , m_isQuitting(std::move(with.isQuitting))
     , m_windowCommands(new WindowCommands(this))
     , m_toolBar(new LibraryToolBar(with.vm, with.commands, *m_windowCommands, this))
     , m_panes(new QSplitter)
@@ -135,14 +135,13 @@ void ContentView::connectCommands()
 
 void ContentView::connectCards()
 {
-    const auto connectTo = [this](const auto *cards) {
-        using Cards = std::remove_cvref_t<decltype(*cards)>;
-        connect(cards, &Cards::detailsToggleRequested, m_windowCommands->showDetails, &QAction::toggle);
-        connect(cards, &Cards::editRequested, this, [this] { editDetails(&PaperDetailPanel::beginEditing); });
-        connect(cards, &Cards::tagRequested, this, [this] { editDetails(&PaperDetailPanel::focusTagField); });
-    };
-    connectTo(m_library->grid());
-    connectTo(m_library->results());
+    for (const PaperGrid *cards : m_library->grids()) {
+        connect(cards, &PaperGrid::detailsToggleRequested, m_windowCommands->showDetails, &QAction::toggle);
+        connect(cards, &PaperGrid::editRequested, this,
+                [this] { editDetails(&PaperDetailPanel::beginEditing); });
+        connect(cards, &PaperGrid::tagRequested, this,
+                [this] { editDetails(&PaperDetailPanel::focusTagField); });
+    }
 }
 
 void ContentView::connectDrags()
@@ -201,7 +200,13 @@ void ContentView::showEvent(QShowEvent *event)
 
 void ContentView::closeEvent(QCloseEvent *event)
 {
-    if (!m_closingQuestion->mayClose()) {
+    const auto closeAgain = [this, isQuitting = m_isQuitting()] {
+        if (isQuitting)
+            m_commands.quit->trigger(); // which closes this window first
+        else
+            close();
+    };
+    if (!m_closingQuestion->mayClose(closeAgain)) {
         event->ignore();
         return;
     }

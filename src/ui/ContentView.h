@@ -5,6 +5,7 @@
 
 #include <QMainWindow>
 #include <QProperty>
+#include <functional>
 #include <vector>
 
 class ClosingQuestion;
@@ -37,6 +38,10 @@ public:
         CoverCache &covers;
         Preferences &preferences; ///< remembers the window's layout
         OpenReaderWindow openWindow;
+        /// Whether the window is being closed because the program ends.
+        std::function<bool()> isQuitting = [] {
+            return false;
+        };
     };
     explicit ContentView(Collaborators collaborators, QWidget *parent = nullptr);
     ~ContentView() override;
@@ -63,6 +68,7 @@ private:
 
     LibraryViewModel &m_vm;
     LibraryCommands &m_commands;
+    const std::function<bool()> m_isQuitting;
     WindowCommands *m_windowCommands;
     QToolBar *m_toolBar;
     QSplitter *m_panes;

@@ -1,5 +1,7 @@
 #include "ui/CoverQueue.h"
 
+#include "platform/Paths.h"
+
 #include <QDateTime>
 #include <QFileInfo>
 #include <QImageReader>
@@ -8,14 +10,20 @@
 
 namespace
 {
-QImage readCover(const CoverQuestion &question)
+/// Where the cover is: a library that was moved to another home folder still names the place of before.
+QString placeOf(const QString &path)
 {
-    QImageReader reader(question.path);
+    return QFileInfo::exists(path) ? path : coversFolder() + u'/' + QFileInfo(path).fileName();
+}
+
+QImage readCover(const QString &path, QSize box)
+{
+    QImageReader reader(path);
     reader.setAutoTransform(true);
     const QSize size = reader.size();
     if (!size.isValid())
         return {};
-    reader.setScaledSize(size.scaled(question.box, Qt::KeepAspectRatio).expandedTo({1, 1}));
+    reader.setScaledSize(size.scaled(box, Qt::KeepAspectRatio).expandedTo({1, 1}));
     const QImage cover = reader.read();
     // The formats that pixmaps have: the main thread then only takes it over.
     return cover.convertToFormat(cover.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
@@ -30,7 +38,7 @@ size_t qHash(const CoverQuestion &question, size_t seed)
 
 CoverAnswer answerFromDisk(const CoverQuestion &question, qint64 knownModified)
 {
-    const QFileInfo file(question.path);
+    const QFileInfo file(question.box.isEmpty() ? question.path : placeOf(question.path));
     CoverAnswer answer;
     answer.question = question;
     if (file.isFile())
@@ -40,7 +48,7 @@ CoverAnswer answerFromDisk(const CoverQuestion &question, qint64 knownModified)
     if (answer.modified == 0)
         answer.image = QImage();
     else if (answer.modified != knownModified)
-        answer.image = readCover(question);
+        answer.image = readCover(file.filePath(), question.box);
     return answer;
 }
 

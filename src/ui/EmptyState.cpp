@@ -1,5 +1,7 @@
 #include "ui/EmptyState.h"
 
+#include "reader/Fonts.h"
+
 #include <QEvent>
 #include <QLabel>
 #include <QVBoxLayout>
@@ -26,10 +28,7 @@ EmptyState::EmptyState(const Texts &texts, QWidget *parent)
     , m_title(centredLabel(QStringLiteral("emptyStateTitle"), this))
     , m_text(centredLabel(QStringLiteral("emptyStateText"), this))
 {
-    QFont large = font();
-    large.setPointSizeF(large.pointSizeF() * 1.4);
-    large.setBold(true);
-    m_title->setFont(large);
+    m_title->setFont(boldFont(font(), 1.4));
     m_text->setForegroundRole(QPalette::PlaceholderText);
     m_picture->setAlignment(Qt::AlignCenter);
 

@@ -1,5 +1,6 @@
 #include "ui/FileDropTarget.h"
 
+#include "reader/Fonts.h"
 #include "ui/DragContent.h"
 
 #include <QDropEvent>
@@ -57,10 +58,7 @@ void FileDropTarget::paintEvent(QPaintEvent *)
     const QRect frame = rect().adjusted(kFramePx, kFramePx, -kFramePx, -kFramePx);
     painter.drawRoundedRect(frame, 10, 10);
 
-    QFont large = font();
-    large.setPointSizeF(large.pointSizeF() * 1.4);
-    large.setBold(true);
-    painter.setFont(large);
+    painter.setFont(boldFont(font(), 1.4));
     painter.setPen(palette().color(QPalette::WindowText));
     painter.drawText(frame, Qt::AlignCenter | Qt::TextWordWrap, accessibleName());
 }

@@ -1,6 +1,6 @@
 #include "ui/GridMotion.h"
 
-#include "ui/Spring.h"
+#include "reader/Spring.h"
 
 GridMotion::GridMotion(QObject *parent)
     : QVariantAnimation(parent)

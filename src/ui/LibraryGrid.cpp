@@ -36,9 +36,6 @@ LibraryGrid::LibraryGrid(LibraryViewModel &vm, CoverCache &covers, OpenReaderWin
     });
     connect(m_grid, &PaperGrid::opened, this,
             [this, openWindow](int row) { openWindow(openRequestForPaper(m_grid->papers().paper(row))); });
-    connect(m_grid, &PaperGrid::detailsToggleRequested, this, &LibraryGrid::detailsToggleRequested);
-    connect(m_grid, &PaperGrid::editRequested, this, &LibraryGrid::editRequested);
-    connect(m_grid, &PaperGrid::tagRequested, this, &LibraryGrid::tagRequested);
 
     m_observers.push_back(m_vm.filteredPapers.addNotifier([this] { showPapers(); }));
     m_observers.push_back(m_vm.selectedPaper.addNotifier([this] { showSelection(); }));

@@ -21,11 +21,7 @@ public:
     LibraryGrid(LibraryViewModel &vm, CoverCache &covers, OpenReaderWindow openWindow,
                 QWidget *parent = nullptr);
 
-Q_SIGNALS:
-    // Wishes about the selected paper, by key.
-    void detailsToggleRequested(); ///< also without a selected paper
-    void editRequested();
-    void tagRequested();
+    PaperGrid *cards() const { return m_grid; }
 
 private:
     /// What the list stands for: another beginning means another list, shown from its top.

@@ -13,6 +13,7 @@ void addLibraryMenus(QMainWindow *window, const LibraryCommands &commands,
 {
     QMenuBar *bar = window->menuBar();
     QMenu *program = bar->addMenu(QStringLiteral("&Quirevault"));
+    program->setToolTipsVisible(true); // they say what a command cannot do
     program->addActions({commands.about, commands.checkForUpdates});
 
     QMenu *file = bar->addMenu(QStringLiteral("&File"));

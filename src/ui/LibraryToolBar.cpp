@@ -2,20 +2,12 @@
 
 #include "app/LibraryCommands.h"
 #include "app/LibraryViewModel.h"
+#include "ui/ActionText.h"
 #include "ui/Symbols.h"
 #include "ui/WindowCommands.h"
 
 #include <QMenu>
 #include <QToolButton>
-
-namespace
-{
-// A tag's name may hold what would become a mnemonic.
-QString plain(QString name)
-{
-    return name.replace(u'&', QLatin1String("&&"));
-}
-} // namespace
 
 LibraryToolBar::LibraryToolBar(LibraryViewModel &vm, const LibraryCommands &commands,
                                const WindowCommands &windowCommands, QWidget *parent)
@@ -67,7 +59,7 @@ void LibraryToolBar::fillTagMenu(QMenu *menu, QAction *tagAll)
     menu->addSeparator();
     const QStringList tags = m_vm.visibleTags;
     for (const QString &tag : tags)
-        menu->addAction(plain(tag), this, [this, tag] { m_vm.tagVisiblePapers(tag); });
+        menu->addAction(asActionText(tag), this, [this, tag] { m_vm.tagVisiblePapers(tag); });
 }
 
 void LibraryToolBar::fillRemoveMenu(QMenu *menu)
@@ -75,7 +67,7 @@ void LibraryToolBar::fillRemoveMenu(QMenu *menu)
     menu->clear();
     const QStringList tags = m_vm.tagsOnVisiblePapers();
     for (const QString &tag : tags)
-        menu->addAction(plain(tag), this, [this, tag] { m_vm.removeTagFromVisiblePapers(tag); });
+        menu->addAction(asActionText(tag), this, [this, tag] { m_vm.removeTagFromVisiblePapers(tag); });
     if (tags.isEmpty())
         menu->addAction(QStringLiteral("No tags on visible papers"))->setEnabled(false);
 }

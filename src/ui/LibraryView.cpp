@@ -57,6 +57,11 @@ LibraryView::LibraryView(LibraryViewModel &vm, CoverCache &covers, const OpenRea
     showContent();
 }
 
+QList<PaperGrid *> LibraryView::grids() const
+{
+    return {m_grid->cards(), m_results->cards()};
+}
+
 void LibraryView::layOut()
 {
     auto *searchBar = new QVBoxLayout;

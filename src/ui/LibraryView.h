@@ -2,6 +2,7 @@
 
 #include "reader/PDFOpenRequest.h"
 
+#include <QList>
 #include <QProperty>
 #include <QWidget>
 #include <vector>
@@ -10,6 +11,7 @@ class CoverCache;
 class EmptyState;
 class LibraryGrid;
 class LibraryViewModel;
+class PaperGrid;
 class QStackedWidget;
 class SearchField;
 class SearchResultsView;
@@ -24,8 +26,8 @@ public:
     LibraryView(LibraryViewModel &vm, CoverCache &covers, const OpenReaderWindow &openWindow,
                 QWidget *parent = nullptr);
 
-    LibraryGrid *grid() const { return m_grid; }
-    SearchResultsView *results() const { return m_results; }
+    /// Of the papers, and of the search results.
+    QList<PaperGrid *> grids() const;
     void focusContent(); ///< gives the cards that are shown the keyboard focus
 
 protected:

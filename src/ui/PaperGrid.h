@@ -57,8 +57,8 @@ Q_SIGNALS:
     void selected(int row);
     /// The person opened a card, by double click or Return.
     void opened(int row);
-    // Wishes about the selected card.
-    void detailsToggleRequested();
+    // Wishes about the selected card, by key.
+    void detailsToggleRequested(); ///< also without one
     void editRequested();
     void tagRequested();
 

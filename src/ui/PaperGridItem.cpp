@@ -1,6 +1,7 @@
 #include "ui/PaperGridItem.h"
 
 #include "app/LibraryViewModel.h"
+#include "ui/ActionText.h"
 #include "ui/CardWords.h"
 #include "ui/Symbols.h"
 
@@ -11,12 +12,6 @@
 
 namespace
 {
-/// A text as an action shows it: "&" would mark a key.
-QString asActionText(QString text)
-{
-    return text.replace(u'&', QStringLiteral("&&"));
-}
-
 void addReadingAction(QMenu &menu, LibraryViewModel &vm, const Paper &paper)
 {
     const bool isReading = isCurrentlyReading(paper);

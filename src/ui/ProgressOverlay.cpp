@@ -1,5 +1,7 @@
 #include "ui/ProgressOverlay.h"
 
+#include "reader/Fonts.h"
+
 #include <QApplication>
 #include <QEvent>
 #include <QLabel>
@@ -35,10 +37,7 @@ void ProgressOverlay::layOut(const QString &title)
 {
     auto *heading = new QLabel(title, m_card);
     heading->setObjectName(QStringLiteral("overlayTitle"));
-    QFont bold = heading->font();
-    bold.setBold(true);
-    bold.setPointSizeF(bold.pointSizeF() * 1.2);
-    heading->setFont(bold);
+    heading->setFont(boldFont(heading->font(), 1.2));
     m_bar->setObjectName(QStringLiteral("overlayProgress"));
     m_bar->setAccessibleName(title);
     m_bar->setRange(0, kBarSteps);

@@ -1,12 +1,13 @@
 #include "ui/SearchResultsView.h"
 
 #include "app/LibraryViewModel.h"
+#include "reader/Fonts.h"
+#include "search/PaperFilter.h"
 #include "search/ParsedQuery.h"
 #include "ui/CoverCache.h"
 #include "ui/EmptyState.h"
 #include "ui/PaperGrid.h"
 
-#include <QHash>
 #include <QLabel>
 #include <QProgressBar>
 #include <QStackedLayout>
@@ -50,10 +51,7 @@ QWidget *makeBusyIndicator()
 QLabel *makeHeading()
 {
     auto *heading = new QLabel(QStringLiteral("Search Results"));
-    QFont large = heading->font();
-    large.setPointSizeF(large.pointSizeF() * 1.4);
-    large.setBold(true);
-    heading->setFont(large);
+    heading->setFont(boldFont(heading->font(), 1.4));
     heading->setContentsMargins(20, 16, 20, 0);
     heading->setAutoFillBackground(true);
     heading->setBackgroundRole(QPalette::Base);
@@ -61,20 +59,22 @@ QLabel *makeHeading()
 }
 } // namespace
 
+Paper paperIn(const SearchResult &result)
+{
+    return {.id = result.paperId,
+            .title = result.title,
+            .authors = {},
+            .year = std::nullopt,
+            .pageCount = 0,
+            .coverPath = result.coverPath,
+            .filepath = result.filepath,
+            .tags = {}};
+}
+
 PaperCard cardForResult(const SearchResult &result, const Paper *listed)
 {
     PaperCard card;
-    if (listed)
-        card.paper = *listed;
-    else
-        card.paper = {.id = result.paperId,
-                      .title = result.title,
-                      .authors = {},
-                      .year = std::nullopt,
-                      .pageCount = 0,
-                      .coverPath = result.coverPath,
-                      .filepath = result.filepath,
-                      .tags = {}};
+    card.paper = listed ? *listed : paperIn(result);
     if (result.passages.isEmpty())
         return card;
     card.passage = result.passages.first().text;
@@ -85,17 +85,7 @@ PaperCard cardForResult(const SearchResult &result, const Paper *listed)
 
 QList<PaperCard> cardsForResults(const QList<SearchResult> &results, const QList<Paper> &papers)
 {
-    QHash<QString, const Paper *> listed;
-    for (const SearchResult &result : results)
-        listed.insert(result.paperId, nullptr);
-    qsizetype missing = listed.size();
-    for (auto paper = papers.begin(); paper != papers.end() && missing > 0; ++paper) {
-        const auto wanted = listed.find(paper->id);
-        if (wanted == listed.end())
-            continue;
-        *wanted = &*paper;
-        --missing;
-    }
+    const QHash<QString, const Paper *> listed = papersOf(results, papers);
     QList<PaperCard> cards;
     cards.reserve(results.size());
     for (const SearchResult &result : results)
@@ -162,9 +152,6 @@ void SearchResultsView::forwardInput(OpenReaderWindow openWindow)
         if (row < results.size())
             openWindow(openRequestForResult(results.at(row), ParsedQuery(m_vm.queryText).fullText));
     });
-    connect(m_grid, &PaperGrid::detailsToggleRequested, this, &SearchResultsView::detailsToggleRequested);
-    connect(m_grid, &PaperGrid::editRequested, this, &SearchResultsView::editRequested);
-    connect(m_grid, &PaperGrid::tagRequested, this, &SearchResultsView::tagRequested);
 }
 
 void SearchResultsView::observe()

@@ -22,11 +22,7 @@ public:
     SearchResultsView(LibraryViewModel &vm, CoverCache &covers, OpenReaderWindow openWindow,
                       QWidget *parent = nullptr);
 
-Q_SIGNALS:
-    // Wishes about the selected paper, by key.
-    void detailsToggleRequested(); ///< also without a selected paper
-    void editRequested();
-    void tagRequested();
+    PaperGrid *cards() const { return m_grid; }
 
 private:
     void addPages();
@@ -44,6 +40,9 @@ private:
     PaperGrid *m_grid;
     std::vector<QPropertyNotifier> m_observers;
 };
+
+/// What a result knows of its paper.
+Paper paperIn(const SearchResult &result);
 
 /// The card of a result: of the paper `listed`, or when that is null of what the result itself knows.
 PaperCard cardForResult(const SearchResult &result, const Paper *listed);

@@ -1,5 +1,6 @@
 #include "ui/SidebarDelegate.h"
 
+#include "reader/Fonts.h"
 #include "ui/SidebarModel.h"
 
 #include <QApplication>
@@ -41,10 +42,7 @@ void whitenSymbol(QStyleOptionViewItem &option)
 
 void paintHeading(QPainter *painter, const QStyleOptionViewItem &option)
 {
-    QFont font = option.font;
-    font.setBold(true);
-    font.setPointSizeF(font.pointSizeF() * 0.9);
-    painter->setFont(font);
+    painter->setFont(boldFont(option.font, 0.9));
     painter->setPen(quiet(option));
     painter->drawText(option.rect.adjusted(kMarginPx, 0, 0, -4), Qt::AlignLeft | Qt::AlignBottom,
                       option.text);

@@ -1,17 +1,6 @@
 #include "ui/TextStyles.h"
 
-namespace
-{
-QFont scaled(QFont font, double factor)
-{
-    // A font is sized either in points or in pixels; the other one reads as -1.
-    if (font.pointSizeF() > 0)
-        font.setPointSizeF(font.pointSizeF() * factor);
-    else
-        font.setPixelSize(qRound(font.pixelSize() * factor));
-    return font;
-}
-} // namespace
+#include "reader/Fonts.h"
 
 QColor textColor(const QPalette &palette, TextTone tone)
 {
@@ -23,17 +12,17 @@ QColor textColor(const QPalette &palette, TextTone tone)
 
 QFont captionFont(const QFont &base)
 {
-    return scaled(base, 0.92);
+    return scaledFont(base, 0.92);
 }
 
 QFont smallCaptionFont(const QFont &base)
 {
-    return scaled(base, 0.84);
+    return scaledFont(base, 0.84);
 }
 
 QFont headingFont(const QFont &base)
 {
-    QFont font = scaled(base, 1.25);
+    QFont font = scaledFont(base, 1.25);
     font.setWeight(QFont::DemiBold);
     return font;
 }

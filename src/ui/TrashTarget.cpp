@@ -2,6 +2,7 @@
 
 #include "app/LibraryViewModel.h"
 #include "ui/DragContent.h"
+#include "ui/SearchResultsView.h"
 #include "ui/Symbols.h"
 
 #include <QDropEvent>
@@ -22,14 +23,7 @@ std::optional<Paper> shownPaper(const LibraryViewModel &vm, const QStringList &i
     const QList<SearchResult> results = vm.searchResults.value();
     const auto result =
         std::ranges::find_if(results, [&](const SearchResult &each) { return ids.contains(each.paperId); });
-    if (result == results.end())
-        return {};
-    Paper found;
-    found.id = result->paperId;
-    found.title = result->title;
-    found.coverPath = result->coverPath;
-    found.filepath = result->filepath;
-    return found;
+    return result == results.end() ? std::nullopt : std::optional(paperIn(*result));
 }
 } // namespace
 

@@ -1,20 +1,12 @@
 #include "ui/WindowCommands.h"
 
+#include "app/LibraryCommands.h"
 #include "ui/Symbols.h"
 
 #include <optional>
 
 namespace
 {
-QAction *actionNamed(const QString &name, const QString &text, QObject *parent,
-                     const QKeySequence &shortcut = {})
-{
-    auto *action = new QAction(text, parent);
-    action->setObjectName(name);
-    action->setShortcut(shortcut);
-    return action;
-}
-
 QAction *checkable(QAction *action, std::optional<Symbol> symbol = {})
 {
     action->setCheckable(true);

@@ -1,5 +1,7 @@
 #include "ui/WindowMenu.h"
 
+#include "ui/ActionText.h"
+
 #include <QApplication>
 #include <QMainWindow>
 
@@ -23,9 +25,7 @@ void WindowMenu::listWindows()
     for (QWidget *window : windows) {
         if (!qobject_cast<QMainWindow *>(window) || !window->isVisible())
             continue;
-        // A file's name may hold what would become a mnemonic.
-        QString title = window->windowTitle();
-        QAction *entry = addAction(title.replace(u'&', QLatin1String("&&")), window, [window] {
+        QAction *entry = addAction(asActionText(window->windowTitle()), window, [window] {
             window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
             window->raise();
             window->activateWindow();

@@ -103,6 +103,18 @@ TEST_F(LibraryViewModelTest, PublishesWhatItLoadedInOneBatch)
     model.reset(); // its work in the background is done then
     ASSERT_EQ(publisher.batches().size(), 1);
     EXPECT_EQ(idsOf(publisher.batches().first()), (QStringList{m_a, m_b}));
+    EXPECT_EQ(publisher.wholeLibraries(), 1);
+}
+
+TEST_F(LibraryViewModelTest, PublishesThePapersOfATagAsAPartOfTheLibrary)
+{
+    addPaper(m_a, m_a);
+    addPaper(m_b, m_b);
+    choose(SidebarItem::ofTag(QStringLiteral("Unused")));
+    model.reset();
+    ASSERT_EQ(publisher.batches().size(), 1);
+    EXPECT_TRUE(publisher.batches().first().isEmpty());
+    EXPECT_EQ(publisher.wholeLibraries(), 0);
 }
 
 TEST_F(LibraryViewModelTest, KeepsThePapersWhenALoadFails)
@@ -286,5 +298,8 @@ TEST_F(LibraryViewModelTest, MayDieWhileALoadIsRunning)
 TEST_F(LibraryViewModelTest, EndsTheProgramWhenCalledOnAnotherThread)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
+    // The program that dies leaves its library behind: inside of this one's, which goes with the test.
+    qputenv("TMPDIR", library.folder.path().toLocal8Bit());
     EXPECT_EXIT(std::jthread([&] { vm().requestSearchFocus(); }), testing::KilledBySignal(SIGABRT), "");
+    qunsetenv("TMPDIR");
 }

@@ -6,6 +6,7 @@
 #include "support/FakeClock.h"
 #include "support/Printing.h"
 #include "support/TemporaryFolder.h"
+#include "support/UpdaterFixture.h"
 
 #include <QFile>
 #include <gtest/gtest.h>
@@ -69,9 +70,27 @@ protected:
                 .makeReaderWindow = [this](const PDFOpenRequest &request) { return makeReader(request); },
                 .askToReopen = [this](auto answer) { m_answer = answer; },
                 .showAbout = [this] { ++m_aboutShown; },
-                .showUpdateResult =
-                    [this](const QString &result) {
-                        m_updateResult = result;
+                .updates = {.http = m_http,
+                            .preferences = m_preferences,
+                            .clock = m_clock,
+                            .opener = m_opener,
+                            .program = {},
+                            .builtInFeed = m_updateFeed,
+                            .folder = m_folder.path(),
+                            .timeouts = {},
+                            .showWindow =
+                                [this](Updater &, Updater::Attention) {
+                                    ++m_updatesShown;
+                                }},
+                .findPaper =
+                    [this](const QString &id) {
+                        m_lookedUp = id;
+                        return QtFuture::makeReadyFuture(m_found);
+                    },
+                .searchLibrary = [this](const QString &text) { m_searched = text; },
+                .showProblem =
+                    [this](const QString &message) {
+                        m_problem = message;
                     }});
         }
         return *m_app;
@@ -88,7 +107,14 @@ protected:
     std::vector<std::unique_ptr<PretendedWindow>> m_readers;
     QList<PDFOpenRequest> m_requests;
     int m_aboutShown = 0;
-    QString m_updateResult;
+    QString m_lookedUp;
+    Result<std::optional<Paper>> m_found;
+    QString m_searched;
+    QString m_problem;
+    CurlHttpClient m_http;
+    RecordingOpener m_opener;
+    QString m_updateFeed;
+    int m_updatesShown = 0;
     std::unique_ptr<QuirevaultApp> m_app;
 };
 
@@ -96,6 +122,53 @@ TEST_F(QuirevaultAppTest, OpensTheLibraryWindowAtItsStart)
 {
     app().start();
     EXPECT_EQ(m_librariesMade, 1);
+}
+
+TEST_F(QuirevaultAppTest, MayStartWithoutAWindow)
+{
+    app().startWithoutWindow();
+    EXPECT_EQ(m_librariesMade, 0);
+    EXPECT_TRUE(m_requests.isEmpty());
+}
+
+TEST_F(QuirevaultAppTest, OpensAPaperByItsIdAlone)
+{
+    m_found = std::optional(Paper{.id = QStringLiteral("p"),
+                                  .title = {},
+                                  .authors = {},
+                                  .year = {},
+                                  .coverPath = {},
+                                  .filepath = QStringLiteral("/ä b.pdf"),
+                                  .tags = {}});
+    app().openPaper(QStringLiteral("p"));
+    EXPECT_EQ(m_lookedUp, QStringLiteral("p"));
+    ASSERT_EQ(m_requests.size(), 1);
+    EXPECT_EQ(m_requests[0].url, QUrl::fromLocalFile(QStringLiteral("/ä b.pdf")));
+    EXPECT_EQ(m_requests[0].paperId, QStringLiteral("p"));
+    EXPECT_EQ(m_librariesMade, 0);
+}
+
+TEST_F(QuirevaultAppTest, SaysInTheLibraryThatAPaperIsGone)
+{
+    app().openPaper(QStringLiteral("p"));
+    EXPECT_TRUE(m_requests.isEmpty());
+    EXPECT_EQ(m_librariesMade, 1);
+    EXPECT_EQ(m_problem, QStringLiteral("This paper is no longer in the library."));
+}
+
+TEST_F(QuirevaultAppTest, SaysInTheLibraryWhyAPaperCannotBeFound)
+{
+    m_found = Error{QStringLiteral("DatabaseManager"), 5, QStringLiteral("database is locked"), {}};
+    app().openPaper(QStringLiteral("p"));
+    EXPECT_EQ(m_librariesMade, 1);
+    EXPECT_EQ(m_problem, QStringLiteral("database is locked"));
+}
+
+TEST_F(QuirevaultAppTest, SearchesInTheLibraryWindow)
+{
+    app().search(QStringLiteral("author:one knots"));
+    EXPECT_EQ(m_librariesMade, 1);
+    EXPECT_EQ(m_searched, QStringLiteral("author:one knots"));
 }
 
 TEST_F(QuirevaultAppTest, BringsTheOneLibraryWindowForward)
@@ -224,9 +297,22 @@ TEST_F(QuirevaultAppTest, SavesTheSessionAtOnceWhenItEnds)
 TEST_F(QuirevaultAppTest, SaysThatThereIsNoUpdateService)
 {
     app().start();
+    const QAction *command = app().commands().checkForUpdates;
+    EXPECT_EQ(command->toolTip(), QStringLiteral("No update service is configured."));
+    EXPECT_TRUE(command->isEnabled());
     app().commands().checkForUpdates->trigger();
-    EXPECT_EQ(m_updateResult, QStringLiteral("No update service is configured."));
-    EXPECT_FALSE(app().appDelegate().updater()->canCheckForUpdates.value());
+    EXPECT_EQ(m_updatesShown, 1);
+    const Updater &updater = *app().appDelegate().updater();
+    EXPECT_EQ(updater.phase.value(), UpdatePhase::NotConfigured);
+    EXPECT_FALSE(updater.canCheckForUpdates.value());
+}
+
+TEST_F(QuirevaultAppTest, LeavesTheCommandAsItIsWhereUpdatesCanBeLookedFor)
+{
+    m_updateFeed = QStringLiteral("https://updates.example/feed.xml");
+    app().start();
+    EXPECT_EQ(app().commands().checkForUpdates->toolTip(), QStringLiteral("Check for Updates…"));
+    EXPECT_TRUE(app().appDelegate().updater()->canCheckForUpdates.value());
 }
 
 TEST_F(QuirevaultAppTest, ShowsTheAboutPanel)
@@ -248,6 +334,14 @@ TEST_F(QuirevaultAppTest, RunsACommandByItsName)
     EXPECT_TRUE(app().runCommand(QStringLiteral("about")));
     EXPECT_EQ(m_aboutShown, 1);
     EXPECT_FALSE(app().runCommand(QStringLiteral("dance")));
+}
+
+TEST_F(QuirevaultAppTest, OpensTheLibraryWindowForTheDesktopsMenuEntry)
+{
+    app().start();
+    m_library.isOpen = false;
+    EXPECT_TRUE(app().runCommand(QStringLiteral("new-window")));
+    EXPECT_EQ(m_librariesMade, 2);
 }
 
 TEST_F(QuirevaultAppTest, StaysWhenTheLibraryWindowDoes)

@@ -5,6 +5,7 @@
 #include "support/PrivateBus.h"
 
 #include <QCoreApplication>
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QEventLoop>
 #include <gtest/gtest.h>
@@ -21,6 +22,8 @@ struct Asked {
     QList<QUrl> files;
     QList<PDFOpenRequest> requests;
     QStringList commands;
+    QStringList papers;
+    QStringList searches;
     QString token; ///< in use when the last activation came
 
     SingleInstance::Handlers handlers()
@@ -36,6 +39,11 @@ struct Asked {
                     [this](const QString &name) {
                         commands.append(name);
                         return name == u"import-pdfs";
+                    },
+                .openPaper = [this](const QString &id) { papers.append(id); },
+                .search =
+                    [this](const QString &text) {
+                        searches.append(text);
                     }};
     }
 };
@@ -92,6 +100,21 @@ protected:
             answer = bus.call(message);
         });
         return answer;
+    }
+
+    void activateAction(const QString &name, const QString &text)
+    {
+        const QDBusMessage answer = call(QStringLiteral("ActivateAction"),
+                                         {name, QVariant::fromValue(QVariantList{text}), QVariantMap()});
+        EXPECT_EQ(answer.type(), QDBusMessage::ReplyMessage) << answer.errorMessage().toStdString();
+    }
+
+    SingleInstance::Start startServiceElsewhere(const QString &name)
+    {
+        auto outcome = SingleInstance::Start::NoAnswer;
+        const QDBusConnection bus = connection(QStringLiteral("service"));
+        elsewhere([&] { outcome = SingleInstance(bus, name).startService(); });
+        return outcome;
     }
 
     PrivateBus m_bus;
@@ -194,6 +217,57 @@ TEST_F(SingleInstanceTest, ALaterStartHandsItsRequestsOver)
     EXPECT_EQ(m_asked.requests, (QList{one, other}));
     EXPECT_EQ(m_asked.activations, 0);
     EXPECT_EQ(qEnvironmentVariable("XDG_ACTIVATION_TOKEN"), QStringLiteral("token-7"));
+}
+
+TEST_F(SingleInstanceTest, OpensThePaperThatOthersAskForByItsId)
+{
+    m_first.setHandlers(m_asked.handlers());
+    ASSERT_EQ(m_first.start({}), SingleInstance::Start::First);
+    activateAction(QStringLiteral("open-paper"), QStringLiteral("0123"));
+    EXPECT_EQ(m_asked.papers, QStringList(QStringLiteral("0123")));
+    EXPECT_TRUE(m_asked.commands.isEmpty());
+}
+
+TEST_F(SingleInstanceTest, SearchesForWhatOthersAskForWithinBounds)
+{
+    m_first.setHandlers(m_asked.handlers());
+    ASSERT_EQ(m_first.start({}), SingleInstance::Start::First);
+    activateAction(QStringLiteral("search"), QStringLiteral("knots; $(links)"));
+    activateAction(QStringLiteral("search"), QString(100'000, u'x'));
+    ASSERT_EQ(m_asked.searches.size(), 2);
+    EXPECT_EQ(m_asked.searches[0], QStringLiteral("knots; $(links)"));
+    EXPECT_EQ(m_asked.searches[1].size(), 1000);
+}
+
+TEST_F(SingleInstanceTest, AStartByTheBusLeavesTheCallToTheProgramThatRuns)
+{
+    m_first.setHandlers(m_asked.handlers());
+    ASSERT_EQ(m_first.start({}), SingleInstance::Start::First);
+    EXPECT_EQ(startServiceElsewhere(kName), SingleInstance::Start::HandedOver);
+    EXPECT_EQ(m_asked.activations, 0);
+}
+
+TEST_F(SingleInstanceTest, AStartByTheBusTakesTheNameThatTheBusWaitsFor)
+{
+    QDBusConnection bus = connection(QStringLiteral("service"));
+    const QString other = SingleInstance::nameFor(QStringLiteral("/elsewhere/Quirevault"));
+    {
+        SingleInstance service(bus, other);
+        EXPECT_EQ(service.startService(), SingleInstance::Start::First);
+        EXPECT_TRUE(bus.interface()->isServiceRegistered(other));
+        EXPECT_TRUE(bus.interface()->isServiceRegistered(kName));
+    }
+    EXPECT_FALSE(bus.interface()->isServiceRegistered(kName));
+}
+
+TEST_F(SingleInstanceTest, AStartByTheBusBringsAProgramForwardThatTheBusDoesNotKnow)
+{
+    const QString other = SingleInstance::nameFor(QStringLiteral("/elsewhere/Quirevault"));
+    SingleInstance running(connection(QStringLiteral("running")), other);
+    running.setHandlers(m_asked.handlers());
+    ASSERT_EQ(running.start({}), SingleInstance::Start::First);
+    EXPECT_EQ(startServiceElsewhere(other), SingleInstance::Start::HandedOver);
+    EXPECT_EQ(m_asked.activations, 1);
 }
 
 TEST_F(SingleInstanceTest, RefusesARequestThatIsNone)

@@ -10,16 +10,23 @@
 class DesktopProcess
 {
 public:
-    /// `home` holds the library; `bus` is the address of the session bus.
-    DesktopProcess(const TemporaryFolder &home, const QString &bus)
+    /// What a program needs to run with a library in `home`.
+    static QProcessEnvironment environmentIn(const TemporaryFolder &home)
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("XDG_DATA_HOME"), home.path(QStringLiteral("data")));
         environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home.path(QStringLiteral("config")));
         environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), home.path());
         environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-        environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), bus);
         environment.insert(QStringLiteral("QUIREVAULT_OPENLIBRARY_URL"), QString());
+        return environment;
+    }
+
+    /// `home` holds the library; `bus` is the address of the session bus.
+    DesktopProcess(const TemporaryFolder &home, const QString &bus)
+    {
+        QProcessEnvironment environment = environmentIn(home);
+        environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), bus);
         m_process.setProcessEnvironment(environment);
     }
 

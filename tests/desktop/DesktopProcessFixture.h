@@ -17,6 +17,11 @@
 class DesktopProcessFixture : public testing::Test
 {
 protected:
+    /// `services` are what the bus starts, in an environment with the test's library.
+    explicit DesktopProcessFixture(const QList<BusService> &services = {})
+        : m_bus(services, DesktopProcess::environmentIn(m_home))
+    {
+    }
     ~DesktopProcessFixture() override { QDBusConnection::disconnectFromBus(m_connectionName); }
 
     /// Starts the program and waits until it has taken its name; its answers wait for its window.
@@ -27,6 +32,17 @@ protected:
         QObject::connect(&watcher, &QDBusServiceWatcher::serviceRegistered, &loop, &QEventLoop::quit);
         process.start(arguments);
         if (!m_connection.interface()->isServiceRegistered(m_name))
+            loop.exec();
+    }
+
+    /// Ends the program as a crash would, and waits until its name is free.
+    void crash(DesktopProcess &process)
+    {
+        QDBusServiceWatcher watcher(m_name, m_connection, QDBusServiceWatcher::WatchForUnregistration);
+        QEventLoop loop;
+        QObject::connect(&watcher, &QDBusServiceWatcher::serviceUnregistered, &loop, &QEventLoop::quit);
+        process.kill();
+        if (m_connection.interface()->isServiceRegistered(m_name))
             loop.exec();
     }
 

@@ -76,6 +76,18 @@ protected:
                      "[General]\nbadEndsAfterRestoring=2\n");
     }
 
+    /// Answers the question whether papers that may have ended the program are to be opened again.
+    static void answer(const QWidget *window, QMessageBox::ButtonRole role)
+    {
+        auto *question = window->findChild<QMessageBox *>(QStringLiteral("askToReopen"));
+        ASSERT_TRUE(question);
+        EXPECT_TRUE(question->text().startsWith(u"Quirevault ended unexpectedly twice"));
+        for (QAbstractButton *button : question->buttons()) {
+            if (question->buttonRole(button) == role)
+                button->click();
+        }
+    }
+
     const QString m_session = QStringLiteral("data/Quirevault/session.json");
     TemporaryFolder m_home;
 };
@@ -113,20 +125,28 @@ TEST_F(DesktopProgramTest, GoesOnWhileAnotherOfItsWindowsIsOpen)
 TEST_F(DesktopProgramTest, LeavesPapersClosedThatThePersonDoesNotWantBack)
 {
     leaveBadSession();
-    QString asked;
     run([&](QWidget *window) {
-        auto *question = window->findChild<QMessageBox *>(QStringLiteral("askToReopen"));
-        if (question) {
-            asked = question->text();
-            for (QAbstractButton *button : question->buttons()) {
-                if (question->buttonRole(button) == QMessageBox::RejectRole)
-                    button->click();
-            }
-        }
+        answer(window, QMessageBox::RejectRole);
         window->close();
     });
-    EXPECT_TRUE(asked.startsWith(u"Quirevault ended unexpectedly twice"));
     QFile session(m_home.path(m_session));
     ASSERT_TRUE(session.open(QIODevice::ReadOnly));
     EXPECT_EQ(session.readAll(), "[]");
+}
+
+TEST_F(DesktopProgramTest, OpensPapersAgainThatThePersonWantsBack)
+{
+    leaveBadSession();
+    QPointer<QWidget> reader;
+    run([&](QWidget *window) {
+        answer(window, QMessageBox::AcceptRole);
+        for (QWidget *other : QApplication::topLevelWidgets()) {
+            if (other->objectName() == u"readerWindow")
+                reader = other;
+        }
+        EXPECT_TRUE(reader);
+        window->close();
+        if (reader)
+            reader->close();
+    });
 }

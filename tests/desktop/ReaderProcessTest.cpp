@@ -2,6 +2,7 @@
 // outside by what they write into the session file.
 #include "desktop/DesktopProcessFixture.h"
 #include "desktop/SessionFile.h"
+#include "reader/PDFOpenRequest.h"
 #include "support/PdfBuilder.h"
 #include "support/Programs.h"
 
@@ -34,6 +35,16 @@ protected:
     static bool knowsItsPaper(const QJsonObject &request)
     {
         return request.contains(QLatin1String("paperId"));
+    }
+
+    /// What a program leaves behind in which the paper is open, but which has not found it in the library.
+    QJsonObject paperWithoutItsId() const { return toJson({.id = QUuid::createUuid(), .url = m_url}); }
+
+    QByteArray content(const QString &file) const
+    {
+        QFile found(m_home.path(file));
+        EXPECT_TRUE(found.open(QIODevice::ReadOnly)) << file.toStdString();
+        return found.readAll();
     }
 
     /// Takes the paper's id out of the file: only an open window finds it again.
@@ -155,4 +166,50 @@ TEST_F(ReaderProcessTest, RestoresTheSessionAtItsPageAfterTheProgramWasKilled)
     EXPECT_EQ(after, before);
     EXPECT_EQ(after[QLatin1String("page")].toInt(), 2);
     quit(next);
+}
+
+TEST_F(ReaderProcessTest, RestoresWhatItCanReadOfADamagedSession)
+{
+    import();
+    m_session.write(
+        {QJsonObject{{QStringLiteral("id"), 3}}, QStringLiteral("nonsense"), paperWithoutItsId()});
+    DesktopProcess program(m_home, m_bus.address());
+    startAndWait(program);
+    const QJsonObject restored = m_session.await(knowsItsPaper);
+    EXPECT_EQ(QUrl(restored[QLatin1String("url")].toString()), m_url);
+    quit(program);
+    EXPECT_EQ(program.standardOutput().count("Failed to load session: "), 2);
+}
+
+TEST_F(ReaderProcessTest, StartsWithoutPapersFromASessionThatIsNone)
+{
+    m_home.write(QStringLiteral("data/Quirevault/session.json"), "[{\"id\":");
+    DesktopProcess program(m_home, m_bus.address());
+    startAndWait(program);
+    quit(program);
+    EXPECT_TRUE(program.standardOutput().startsWith("Failed to load session: "));
+    EXPECT_EQ(content(QStringLiteral("data/Quirevault/session.json")), "[]");
+}
+
+TEST_F(ReaderProcessTest, AsksBeforeItOpensPapersAfterTwoCrashes)
+{
+    import();
+    m_session.write({paperWithoutItsId()});
+    for (int crashes = 0; crashes < 2; ++crashes) {
+        DesktopProcess program(m_home, m_bus.address());
+        startAndWait(program);
+        m_session.await(knowsItsPaper); // so its window is open
+        crash(program);
+        forgetPaper();
+    }
+    const QByteArray twoBadEnds = "badEndsAfterRestoring=2";
+    const QString preferences = QStringLiteral("config/Quirevault/Quirevault.ini");
+    EXPECT_TRUE(content(preferences).contains(twoBadEnds));
+
+    DesktopProcess program(m_home, m_bus.address());
+    startAndWait(program);
+    quit(program);
+    EXPECT_TRUE(content(preferences).contains(twoBadEnds)) << "what opens no paper proves none harmless";
+    ASSERT_EQ(m_session.requests().size(), 1) << "and forgets none";
+    EXPECT_FALSE(knowsItsPaper(m_session.requests()[0].toObject()));
 }

@@ -38,12 +38,14 @@ public:
         // The folder tells when the file appears, the file when it is written in place.
         QFileSystemWatcher watcher({m_path.left(m_path.lastIndexOf(u'/'))});
         QEventLoop loop;
+        QJsonObject awaited; // as it was seen: the program may write the file anew at any time
         const auto look = [&] {
             if (watcher.files().isEmpty() && QFile::exists(m_path))
                 watcher.addPath(m_path);
             const QJsonArray found = requests();
             if (found.size() != 1 || !isAwaited(found[0].toObject()))
                 return false;
+            awaited = found[0].toObject();
             loop.quit();
             return true;
         };
@@ -51,7 +53,7 @@ public:
         QObject::connect(&watcher, &QFileSystemWatcher::fileChanged, look);
         if (!look())
             loop.exec();
-        return requests()[0].toObject();
+        return awaited;
     }
 
 private:

@@ -16,6 +16,9 @@
 
 namespace
 {
+/// Where no file ever is, unless the confined process makes one.
+const std::string kEscape = testing::TempDir() + "quirevault-escaped-" + std::to_string(getpid());
+
 /// Something that hostile code would do. Answers what the system call answered.
 struct Attempt {
     const char *name;
@@ -114,7 +117,7 @@ const std::array kAttempts = {
             }},
     Attempt{"create a file",
             [] {
-                return long(open("/tmp/quirevault-escaped", O_CREAT | O_WRONLY, 0600));
+                return long(open(kEscape.c_str(), O_CREAT | O_WRONLY, 0600));
             }},
     Attempt{"write into the document",
             [] {
@@ -126,11 +129,11 @@ const std::array kAttempts = {
             }},
     Attempt{"make a folder",
             [] {
-                return syscall(SYS_mkdir, "/tmp/quirevault-escaped", 0700);
+                return syscall(SYS_mkdir, kEscape.c_str(), 0700);
             }},
     Attempt{"remove a file",
             [] {
-                return syscall(SYS_unlink, "/tmp/quirevault-escaped");
+                return syscall(SYS_unlink, kEscape.c_str());
             }},
     Attempt{"look at a file's status",
             [] {
@@ -242,5 +245,5 @@ TEST(ConfinementAttack, EveryAttemptFromInsideFails)
         EXPECT_EQ(findings.errors[i], EPERM)
             << "it tried to " << kAttempts[i].name << ": " << strerror(findings.errors[i]);
     }
-    EXPECT_NE(access("/tmp/quirevault-escaped", F_OK), 0);
+    EXPECT_NE(access(kEscape.c_str(), F_OK), 0);
 }

@@ -25,6 +25,11 @@ public:
             items.insert(item.uniqueIdentifier, item);
         completion(failure);
     }
+    void replaceItems(const QList<SearchableItem> &all, Completion completion) override
+    {
+        items.clear();
+        indexItems(all, completion);
+    }
     void deleteItems(const QStringList &identifiers, Completion completion) override
     {
         for (const QString &identifier : identifiers)
@@ -63,6 +68,7 @@ TEST_F(CoreSpotlightIndexerTest, MakesNoBatchWhereThereIsNoIndex)
 {
     m_index.isThere = false;
     m_indexer.publish(QList{paper(QStringLiteral("id"))});
+    m_indexer.publishLibrary({paper(QStringLiteral("id"))});
     EXPECT_EQ(m_index.calls, 0);
 }
 
@@ -108,6 +114,23 @@ TEST_F(CoreSpotlightIndexerTest, PublishesABatchInOneCallAndEachPaperOnce)
     EXPECT_EQ(m_index.items.size(), 2);
 }
 
+TEST_F(CoreSpotlightIndexerTest, PublishesPapersOfABatchAsItDoesSingleOnes)
+{
+    QList<Paper> papers{paper(QStringLiteral("a")), paper(QStringLiteral("b")), paper(QStringLiteral("c"))};
+    papers[1].year = std::numeric_limits<qint64>::max();
+    papers[2].year.reset();
+    m_indexer.publish(papers);
+    for (const Paper &one : papers)
+        EXPECT_EQ(m_index.items.value(one.id), searchableItem(one));
+}
+
+TEST_F(CoreSpotlightIndexerTest, TakesBackWhatIsNotInTheLibrary)
+{
+    m_indexer.publish({paper(QStringLiteral("a")), paper(QStringLiteral("b"))});
+    m_indexer.publishLibrary({paper(QStringLiteral("b"))});
+    EXPECT_EQ(m_index.items.keys(), QStringList(QStringLiteral("b")));
+}
+
 TEST_F(CoreSpotlightIndexerTest, WithdrawsAPaper)
 {
     m_indexer.publish({paper(QStringLiteral("a")), paper(QStringLiteral("b"))});
@@ -121,6 +144,8 @@ TEST_F(CoreSpotlightIndexerTest, SaysWhatFailed)
     EXPECT_EQ(printedBy([&] { m_indexer.publish(paper(QStringLiteral("a"))); }),
               "CoreSpotlightIndexer: Error indexing paper a: full\n");
     EXPECT_EQ(printedBy([&] { m_indexer.publish(QList<Paper>{}); }),
+              "CoreSpotlightIndexer: Error performing batch index: full\n");
+    EXPECT_EQ(printedBy([&] { m_indexer.publishLibrary({}); }),
               "CoreSpotlightIndexer: Error performing batch index: full\n");
     EXPECT_EQ(printedBy([&] { m_indexer.withdraw(QStringLiteral("a")); }),
               "CoreSpotlightIndexer: Error removing item a: full\n");

@@ -23,6 +23,7 @@ public:
         timeout = limit;
         return answer;
     }
+    Result<void> stream(const HttpStream &, std::stop_token) override { return cancelledError(); }
 };
 
 class OpenLibraryBookServiceTest : public testing::Test

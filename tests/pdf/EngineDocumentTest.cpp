@@ -131,7 +131,14 @@ TEST(EngineDocument, ALostEngineStaysLostUntilRestarted)
 
 TEST(EngineDocument, ReadsOnAfterARestart)
 {
-    const OpenResult document = oneWord().open(pdfEngineProgram(), {.thumbnail = 0ms, .grace = 0ms});
+    const TemporaryFolder folder;
+    const QByteArray opened = QFile::encodeName(folder.write(QStringLiteral("opened"), FakeEngine::opened()));
+    const QByteArray hung = QFile::encodeName(folder.path(QStringLiteral("hung")));
+    // Hangs at its first start: the real engine might draw the page before anybody looks at the deadline.
+    const FakeEngine engine({}, "if mkdir '" + hung + "'; then cat '" + opened +
+                                    "' >&3; exec sleep 1000; fi\nexec '" +
+                                    QFile::encodeName(pdfEngineProgram()) + "'");
+    const OpenResult document = oneWord().open(engine.program(), {.thumbnail = 0ms, .grace = 0ms});
     ASSERT_TRUE(document);
     EXPECT_EQ(codeOf((*document)->thumbnail(0, 300, 400).error()), PDFErrorCode::DeadlineExceeded);
     EXPECT_EQ(codeOf((*document)->pageText(0).error()), PDFErrorCode::EngineFailed);

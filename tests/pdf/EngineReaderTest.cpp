@@ -188,9 +188,11 @@ TEST(EngineReader, KnowsPageLabels)
 TEST(EngineReader, OpensWithAPassword)
 {
     const Sample sample(PdfBuilder().page({QStringLiteral("Word")}).lock(PdfLock::NeedsPassword).build());
-    const UnlockPDF unlock = engineUnlocker({.program = pdfEngineProgram()});
+    const auto unlock = [&](const QString &password) {
+        return EngineDocument::open(sample.file(), {.program = pdfEngineProgram(), .password = password});
+    };
     const auto codeWith = [&](const QString &password) {
-        return codeOf(unlock(sample.file(), password, {}).error());
+        return codeOf(unlock(password).error());
     };
     EXPECT_EQ(codeOf(sample.open().error()), PDFErrorCode::NeedsPassword);
     EXPECT_EQ(codeWith(QStringLiteral("simsim")), PDFErrorCode::WrongPassword);
@@ -198,7 +200,7 @@ TEST(EngineReader, OpensWithAPassword)
     EXPECT_EQ(codeWith(QLatin1String(PdfBuilder::kPassword) + QChar(u'\0')), PDFErrorCode::WrongPassword);
     EXPECT_EQ(codeWith(QString(5000, u'x')), PDFErrorCode::WrongPassword);
     EXPECT_FALSE(hasChildren());
-    const OpenResult document = unlock(sample.file(), QLatin1String(PdfBuilder::kPassword), {});
+    const OpenResult document = unlock(QLatin1String(PdfBuilder::kPassword));
     ASSERT_TRUE(document);
     EXPECT_EQ((*document)->pageText(0).value(), QByteArray("Word\n"));
 }

@@ -23,3 +23,14 @@ TEST(PDFDocument, TellsItsErrorsFromOthers)
     EXPECT_FALSE(
         isPDFError({QStringLiteral("Other"), int(PDFErrorCode::Damaged), {}, {}}, PDFErrorCode::Damaged));
 }
+
+TEST(PDFDocument, TellsErrorsThatLeaveNoEngineFromThoseOfAPageOrAFile)
+{
+    for (PDFErrorCode loss :
+         {PDFErrorCode::EngineMissing, PDFErrorCode::EngineFailed, PDFErrorCode::DeadlineExceeded})
+        EXPECT_TRUE(isEngineLoss(pdfError(loss)));
+    for (PDFErrorCode other :
+         {PDFErrorCode::NotAPDF, PDFErrorCode::PageUnavailable, PDFErrorCode::WrongPassword})
+        EXPECT_FALSE(isEngineLoss(pdfError(other)));
+    EXPECT_FALSE(isEngineLoss(cancelledError()));
+}

@@ -164,4 +164,138 @@ TEST_F(CurlHttpClientTest, NeverStepsFromHttpsToHttp)
     EXPECT_TRUE(isSafeRedirect(QUrl(QStringLiteral("http://a.example/")),
                                QUrl(QStringLiteral("https://a.example/"))));
 }
+
+/// Streams an answer and keeps what arrives.
+class CurlHttpStreamTest : public CurlHttpClientTest
+{
+protected:
+    Result<void> stream(const QString &address, std::stop_token stop = {})
+    {
+        return m_client.stream(
+            {.url = QUrl(address),
+             .timeout = timeout,
+             .stallTimeout = stallTimeout,
+             .mayAsk = [this](const QUrl &url) { return !url.path().startsWith(forbidden); },
+             .take =
+                 [this](const QByteArray &piece) {
+                     return take(piece);
+                 }},
+            stop);
+    }
+    static bool failedWith(const Result<void> &done, HttpErrorCode code)
+    {
+        return !done && done.error().domain == u"HttpClient" && done.error().code == static_cast<int>(code);
+    }
+
+    std::chrono::milliseconds timeout = kAmple;
+    std::chrono::milliseconds stallTimeout{0};
+    QString forbidden = QStringLiteral("/forbidden");
+    QByteArray received;
+    std::function<Result<void>(const QByteArray &)> take = [this](const QByteArray &piece) {
+        received += piece;
+        return Result<void>();
+    };
+};
+
+TEST_F(CurlHttpStreamTest, GivesTheWholeBodyHoweverLong)
+{
+    const QByteArray body(CurlHttpClient::kMaxAnswerBytes + 1, 'x');
+    const LoopbackServer server(httpAnswer("200 OK", body));
+    const auto done = stream(server.address());
+    ASSERT_TRUE(done) << done.error().message().toStdString();
+    EXPECT_TRUE(received == body);
+}
+
+TEST_F(CurlHttpStreamTest, GivesTheBytesAsTheServerHasThem)
+{
+    const LoopbackServer server([](const LoopbackServer::Connection &connection) {
+        EXPECT_FALSE(connection.request().toLower().contains("accept-encoding"));
+        connection.send(httpAnswer("200 OK", "\x1f\x8b not decoded", "Content-Encoding: gzip\r\n"));
+    });
+    ASSERT_TRUE(stream(server.address()));
+    EXPECT_EQ(received, "\x1f\x8b not decoded");
+}
+
+TEST_F(CurlHttpStreamTest, TakesNoPageOfAnErrorForTheAnswer)
+{
+    const LoopbackServer server(httpAnswer("404 Not Found", "sorry"));
+    const auto done = stream(server.address());
+    EXPECT_TRUE(failedWith(done, HttpErrorCode::BadStatus));
+    EXPECT_TRUE(done.error().message().contains(u"404"));
+    EXPECT_EQ(received, "");
+}
+
+TEST_F(CurlHttpStreamTest, GivesOnlyTheLastAnswerOfRedirects)
+{
+    const LoopbackServer server([](const LoopbackServer::Connection &connection) {
+        const bool isFirst = connection.request().startsWith("GET /old ");
+        connection.send(isFirst ? httpAnswer("302 Found", "moved", "Location: /new\r\n")
+                                : httpAnswer("200 OK", "here"));
+    });
+    ASSERT_TRUE(stream(server.address(QStringLiteral("/old"))));
+    EXPECT_EQ(received, "here");
+}
+
+TEST_F(CurlHttpStreamTest, AsksNoForbiddenAddress)
+{
+    const LoopbackServer server(httpAnswer("200 OK", "secret"));
+    EXPECT_TRUE(failedWith(stream(server.address(QStringLiteral("/forbidden"))), HttpErrorCode::BadAddress));
+    EXPECT_TRUE(server.requestLines().empty());
+}
+
+TEST_F(CurlHttpStreamTest, AsksNoForbiddenAddressThatItIsSentTo)
+{
+    const LoopbackServer server(httpAnswer("302 Found", "", "Location: /forbidden/place\r\n"));
+    const auto done = stream(server.address(QStringLiteral("/")));
+    EXPECT_TRUE(failedWith(done, HttpErrorCode::BadRedirect));
+    EXPECT_TRUE(done.error().message().contains(u"/forbidden/place"));
+    EXPECT_EQ(server.requestLines().size(), 1U);
+}
+
+TEST_F(CurlHttpStreamTest, FailsWithWhatTakingFailedWith)
+{
+    const LoopbackServer server(httpAnswer("200 OK", "much"));
+    const Error full{QStringLiteral("Test"), 28, QStringLiteral("full"), {}};
+    take = [&](const QByteArray &) {
+        return Result<void>(full);
+    };
+    const auto done = stream(server.address());
+    ASSERT_FALSE(done);
+    EXPECT_EQ(done.error(), full);
+}
+
+TEST_F(CurlHttpStreamTest, GivesUpAnAnswerThatStalls)
+{
+    const LoopbackServer server([](const LoopbackServer::Connection &connection) {
+        connection.send("HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\nbegun");
+        connection.waitForHangUp();
+    });
+    stallTimeout = kShort;
+    EXPECT_TRUE(failedWith(stream(server.address()), HttpErrorCode::TimedOut));
+    EXPECT_EQ(received, "begun");
+}
+
+TEST_F(CurlHttpStreamTest, GivesUpAnAnswerThatTricklesBeyondTheTimeOut)
+{
+    const LoopbackServer server([](const LoopbackServer::Connection &connection) {
+        connection.send("HTTP/1.1 200 OK\r\nContent-Length: 1000000\r\n\r\n");
+        while (!connection.isHungUp() && connection.send("x")) {
+        }
+    });
+    timeout = kShort;
+    EXPECT_TRUE(failedWith(stream(server.address()), HttpErrorCode::TimedOut));
+}
+
+TEST_F(CurlHttpStreamTest, StopsInTheMiddle)
+{
+    std::stop_source stop;
+    const LoopbackServer server([&](const LoopbackServer::Connection &connection) {
+        connection.send("HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\nbegun");
+        stop.request_stop();
+        connection.waitForHangUp();
+    });
+    const auto done = stream(server.address(), stop.get_token());
+    ASSERT_FALSE(done);
+    EXPECT_TRUE(isCancelled(done.error()));
+}
 } // namespace

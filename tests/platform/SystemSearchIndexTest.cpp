@@ -13,7 +13,8 @@ TEST(NullSystemSearchIndex, TakesEverythingWithoutError)
         ++completions;
     };
     index.indexItems({SearchableItem()}, completion);
+    index.replaceItems({SearchableItem()}, completion);
     index.deleteItems({QStringLiteral("id")}, completion);
-    EXPECT_EQ(completions, 2);
+    EXPECT_EQ(completions, 3);
 }
 } // namespace

@@ -37,6 +37,11 @@ public:
     bool canGoForward() const override { return hasForward; }
     void goBack() override { calls.append(QStringLiteral("back")); }
     void goForward() override { calls.append(QStringLiteral("forward")); }
+    void forgetHistory() override
+    {
+        hasBack = hasForward = false;
+        historyChanged();
+    }
     void zoomIn() override { calls.append(QStringLiteral("zoom in")); }
     void zoomOut() override { calls.append(QStringLiteral("zoom out")); }
     void zoomToActualSize() override { calls.append(QStringLiteral("actual size")); }
@@ -74,6 +79,7 @@ private:
     {
         jumps.append(where);
         hasBack = true;
+        historyChanged();
         scrollTo(pageIndex);
         m_loop.quit();
     }

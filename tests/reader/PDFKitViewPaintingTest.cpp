@@ -110,6 +110,22 @@ TEST_F(PDFKitViewPaintingTest, SaysThatAPageCannotBeShown)
     EXPECT_TRUE(pages.questions.empty());
 }
 
+TEST_F(PDFKitViewPaintingTest, SaysSoWhereNoPageHasASize)
+{
+    pages.failures[{Kind::Sizes, 0}] = pdfError(PDFErrorCode::PageUnavailable);
+    for (qint64 page = 0; page < pages.count; ++page)
+        pages.failures[{Kind::Picture, page}] = pdfError(PDFErrorCode::PageUnavailable);
+    view.setPages(pages.source());
+    const QImage backdrop = picture();
+    pages.answerNext();
+    const QImage blank = picture();
+    EXPECT_NE(blank, backdrop);
+    pages.answerAll();
+    EXPECT_NE(picture(), blank);
+    EXPECT_TRUE(view.isSharp()) << "there is nothing more to come";
+    EXPECT_TRUE(pages.questions.empty());
+}
+
 TEST_F(PDFKitViewPaintingTest, DrawsAShadowAroundThePage)
 {
     showPages();
@@ -128,7 +144,8 @@ TEST_F(PDFKitViewPaintingTest, MarksHitsBesideTheScrollBar)
     EXPECT_FALSE(strip->isVisible());
     view.setHitMarks({0, 4, 9}, 1);
     EXPECT_TRUE(strip->isVisible());
-    EXPECT_EQ(strip->geometry().left(), view.viewport()->geometry().right() + 1);
+    EXPECT_EQ(strip->geometry().right(), view.viewport()->geometry().right());
+    EXPECT_EQ(view.viewport()->width(), kWidth) << "pages stay as they are when a search has hits";
     EXPECT_LT(strip->markOf(0).bottom(), strip->markOf(4).top());
     const QImage image = strip->grab().toImage();
     EXPECT_NE(image.pixelColor(strip->markOf(4).center()), image.pixelColor(4, strip->height() / 4));
@@ -139,5 +156,23 @@ TEST_F(PDFKitViewPaintingTest, MarksHitsBesideTheScrollBar)
     EXPECT_EQ(activated.first().first().toInt(), 2);
     view.setHitMarks({}, -1);
     EXPECT_FALSE(strip->isVisible());
-    EXPECT_EQ(view.viewport()->width(), kWidth);
+}
+
+TEST_F(PDFKitViewPaintingTest, MarksTheWordsOfAPassageInOneStrokeALine)
+{
+    const QColor paper(Qt::white);
+    showPages();
+    const PDFPageText text = placedLines({QStringLiteral("rarer words                    beyond")});
+    PDFSelection passage(0, text, {0, 5});
+    passage.add(PDFSelection(0, text, {6, 11}));
+    passage.add(PDFSelection(0, text, {31, 37}));
+    view.setCurrentSelection(passage, PDFView::Animate::No);
+    const QImage image = picture();
+    const auto colorAt = [&](int character) {
+        return image.pixelColor(pointOf(0, {55 + 10.0 * character, 110}));
+    };
+    EXPECT_NE(colorAt(0), paper);
+    EXPECT_EQ(colorAt(5), colorAt(0)) << "between two words";
+    EXPECT_EQ(colorAt(20), paper) << "far from both";
+    EXPECT_NE(colorAt(31), paper);
 }

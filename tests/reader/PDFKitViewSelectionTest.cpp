@@ -1,6 +1,7 @@
 #include "pdf/PDFDocument.h"
 #include "reader/ReaderViewFixture.h"
 
+#include <QAction>
 #include <QClipboard>
 
 namespace
@@ -156,4 +157,18 @@ TEST_F(PDFKitViewSelectionTest, TellsOfASelectionAgainWhenItsTextArrives)
     EXPECT_GE(selectionChanges, 1);
     EXPECT_EQ(view.currentSelection()->string(), QStringLiteral("words\n"));
     EXPECT_TRUE(view.copyAction()->isEnabled());
+}
+
+TEST_F(PDFKitViewSelectionTest, SearchesTheLibraryForTheStartOfALongSelection)
+{
+    QStringList searches;
+    QObject::connect(&view, &PDFKitView::librarySearchRequested, &view,
+                     [&](const QString &text) { searches.append(text); });
+    pages.texts[0] = placedLines(QStringList(100, QStringLiteral("ten  chars")));
+    showPages();
+    view.selectAll();
+    view.searchInLibraryAction()->trigger();
+    ASSERT_EQ(searches.size(), 1);
+    EXPECT_TRUE(searches.first().startsWith(u"ten chars ten chars "));
+    EXPECT_LE(searches.first().size(), 500);
 }

@@ -64,13 +64,16 @@ TEST_F(PDFKitViewTest, AsksForSizesThenForThePicture)
     EXPECT_EQ(pages.wanted(Kind::Picture).front().tile, (PageTile{0, {1, 0, false}, QRect(0, 0, 600, 800)}));
 }
 
-TEST_F(PDFKitViewTest, AsksNothingBeforeItIsOnTheScreen)
+TEST_F(PDFKitViewTest, AsksForSizesAloneBeforeItIsOnTheScreen)
 {
     view.hide();
     view.setPages(pages.source());
+    ASSERT_EQ(pages.questions.size(), 1U);
+    EXPECT_EQ(pages.wanted(Kind::Sizes).size(), 1U);
+    pages.answerNext();
     EXPECT_TRUE(pages.questions.empty());
     view.show();
-    EXPECT_FALSE(pages.questions.empty());
+    EXPECT_FALSE(pages.wanted(Kind::Picture).empty());
 }
 
 TEST_F(PDFKitViewTest, StopsWhatIsNoLongerVisible)
@@ -97,6 +100,27 @@ TEST_F(PDFKitViewTest, GoesToAPageAndBack)
     view.goForward();
     EXPECT_EQ(viewpoint().pageRect(7).top(), PageLayout::kGap);
     EXPECT_EQ(historyChanges, 4) << "once for the document, the jump, and each step";
+}
+
+TEST_F(PDFKitViewTest, TellsOfAJumpToWhereItIs)
+{
+    showPages();
+    historyChanges = 0;
+    view.goToPage(0);
+    EXPECT_EQ(historyChanges, 1);
+    EXPECT_FALSE(view.canGoBack());
+}
+
+TEST_F(PDFKitViewTest, ForgetsTheWayBack)
+{
+    showPages();
+    view.goToPage(3);
+    view.goToPage(5);
+    view.goBack();
+    view.forgetHistory();
+    EXPECT_FALSE(view.canGoBack());
+    EXPECT_FALSE(view.canGoForward());
+    EXPECT_EQ(view.currentPageIndex(), 3);
 }
 
 TEST_F(PDFKitViewTest, RemembersNoPositionThatScrollingLeft)

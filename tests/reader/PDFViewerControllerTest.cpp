@@ -27,7 +27,8 @@ TEST_F(PDFViewerControllerTest, StartsEmpty)
 TEST_F(PDFViewerControllerTest, ShowsPagesOutlineAndLabelsOfADocument)
 {
     PDFOutlineItem leaf{std::nullopt, PDFDestination{3, {10, 20}}, {}};
-    outline = {{QStringLiteral("Intro"), std::nullopt, {leaf}}, {QStringLiteral("End"), std::nullopt, {}}};
+    outline = std::vector<PDFOutlineItem>{{QStringLiteral("Intro"), std::nullopt, {leaf}},
+                                          {QStringLiteral("End"), std::nullopt, {}}};
     labels = PDFPageLabels({{0, PDFPageLabels::Style::LowerRoman, 1, {}}});
     show(7);
     EXPECT_EQ(view.document(), &document);
@@ -51,10 +52,33 @@ TEST_F(PDFViewerControllerTest, ShowsAnEmptyOutlineOfADocumentWithoutOne)
 
 TEST_F(PDFViewerControllerTest, CallsAnOutlineItemWithoutALabelPage)
 {
-    outline = {{std::nullopt, std::nullopt, {}}};
+    outline = std::vector<PDFOutlineItem>{{std::nullopt, std::nullopt, {}}};
     show();
     ASSERT_EQ(reader().outline.value().size(), 1);
     EXPECT_EQ(reader().outline.value().first().label, u"Page");
+}
+
+TEST_F(PDFViewerControllerTest, ReadsADocumentWithoutTheOutlineThatEndsEveryEngine)
+{
+    outline = pdfError(PDFErrorCode::EngineFailed);
+    for (int tries = 0; tries < 3; ++tries) {
+        show();
+        EXPECT_FALSE(document.isOpen());
+    }
+    show();
+    const auto behind =
+        document.ask(ReaderDocument::Priority::Ahead, {}, [](PDFDocument &, auto) { return Result<void>(); });
+    EXPECT_TRUE(behind.result());
+    EXPECT_TRUE(document.isOpen()) << "nobody asked for the outline again";
+    EXPECT_EQ(reader().pageCount, 20);
+
+    outline = std::vector<PDFOutlineItem>{{QStringLiteral("Intro"), std::nullopt, {}}};
+    ReaderDocument other(
+        [this](auto, auto) -> Result<std::unique_ptr<PDFDocument>> { return makeDocument(); });
+    ASSERT_TRUE(other.open().result());
+    QCoro::waitFor(reader().load(other));
+    EXPECT_EQ(reader().outline.value().size(), 1) << "another document is not to blame";
+    view.setDocument(nullptr);
 }
 
 TEST_F(PDFViewerControllerTest, CountsTheCurrentPageFromOne)
@@ -211,6 +235,55 @@ TEST_F(PDFViewerControllerTest, LightsTheSearchTextWhenItsRequestHasNoPassage)
     EXPECT_EQ(view.nextJump(), u"selection please");
 }
 
+TEST_F(PDFViewerControllerTest, ShowsThePageOfARequestWhosePassageIsEmpty)
+{
+    texts[2] = PlacedText().line(QStringLiteral("pay attention please"), {50, 100}).page();
+    PDFOpenRequest request = requestOf(QStringLiteral("p"));
+    request.page = 3;
+    request.highlightText = QString();
+    request.searchText = QStringLiteral("please");
+    reader().setRequest(request);
+    show();
+    reader().navigateFirst();
+    clock.advance(50ms);
+    EXPECT_EQ(view.jumps, QStringList{QStringLiteral("page 2")});
+}
+
+TEST_F(PDFViewerControllerTest, HasNoWayBackFromWhereItArrived)
+{
+    texts[2] = PlacedText().line(QStringLiteral("alpha"), {50, 100}).page();
+    PDFOpenRequest request = requestOf(QStringLiteral("p"));
+    request.page = 3;
+    for (const std::optional<QString> &passage :
+         {std::optional<QString>(), std::optional(QStringLiteral("alpha")),
+          std::optional(QStringLiteral("absent"))}) {
+        request.highlightText = passage;
+        reader().setRequest(request);
+        show();
+        reader().navigateFirst();
+        clock.advance(50ms);
+        EXPECT_FALSE(view.nextJump().isEmpty());
+        EXPECT_FALSE(view.hasBack) << passage.value_or(QString()).toStdString();
+        EXPECT_FALSE(reader().canGoBack);
+    }
+    reader().goToPageText(QStringLiteral("9"));
+    EXPECT_TRUE(reader().canGoBack);
+}
+
+TEST_F(PDFViewerControllerTest, GoesNowhereOnceAPersonWentElsewhereFirst)
+{
+    PDFOpenRequest request = requestOf(QStringLiteral("p"));
+    request.page = 3;
+    reader().setRequest(request);
+    show();
+    reader().navigateFirst();
+    clock.advance(49ms);
+    view.goToPosition({7, {}}); // as a click into the outline does
+    clock.advance(1s);
+    EXPECT_EQ(view.jumps, QStringList{QStringLiteral("position on 7")});
+    EXPECT_TRUE(reader().canGoBack);
+}
+
 TEST_F(PDFViewerControllerTest, ShowsThePageWhenAPassageIsScatteredOverIt)
 {
     texts[2] = PlacedText()
@@ -252,6 +325,32 @@ TEST_F(PDFViewerControllerTest, ShowsOnlyTheLatestOfTwoPassages)
     QCoro::waitFor(std::move(latest));
     QCoreApplication::processEvents();
     EXPECT_EQ(view.jumps, QStringList{QStringLiteral("selection beta")});
+}
+
+TEST_F(PDFViewerControllerTest, WaitsForNoPassageOnceAPersonGoesElsewhere)
+{
+    texts[2] = PlacedText().line(QStringLiteral("alpha"), {50, 100}).page();
+    show();
+    const std::map<QString, std::function<void()>> ways{
+        {QStringLiteral("page 8"),
+         [this] {
+             reader().goToPageText(QStringLiteral("9"));
+         }},
+        {QStringLiteral("position on 7"),
+         [this] {
+             view.goToPosition({7, {}});
+         }}, // outline and links
+    };
+    for (const auto &[where, goThere] : ways) {
+        view.jumps.clear();
+        HeldRequest held(document);
+        auto passage = reader().highlight(QStringLiteral("alpha"), 3);
+        goThere();
+        held.letGo();
+        EXPECT_FALSE(QCoro::waitFor(std::move(passage)));
+        EXPECT_EQ(view.jumps, QStringList{where});
+        EXPECT_FALSE(view.selection);
+    }
 }
 
 TEST_F(PDFViewerControllerTest, ForgetsWhatItAwaitsWhenItEnds)

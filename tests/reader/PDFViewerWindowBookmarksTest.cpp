@@ -139,6 +139,48 @@ TEST_F(PDFViewerWindowBookmarks, OpensTheBookmarkThatIsClickedWithItsTextLit)
     EXPECT_EQ(reader().currentPage, 2);
 }
 
+TEST_F(PDFViewerWindowBookmarks, ListsTheStartOfALongOneAndOpensItWhole)
+{
+    const Bookmark longOne{.id = newBookmarkId(),
+                           .paperId = QStringLiteral("p"),
+                           .text = QString(100'000, u'x'),
+                           .page = 1,
+                           .label = {},
+                           .createdAt = QStringLiteral("2024-03-05T14:07:09Z")};
+    EXPECT_TRUE(library.service.createBookmark(longOne).result());
+    open(paper());
+    awaitCount(1);
+    EXPECT_EQ(reader().bookmarks.value().first().text, longOne.text);
+    const QString shown = find<QListView>("bookmarks")->model()->index(0, 0).data().toString();
+    EXPECT_GE(shown.size(), 1000);
+    EXPECT_LE(shown.size(), 1100);
+}
+
+TEST_F(PDFViewerWindowBookmarks, SavesABlankLabelAsNone)
+{
+    openWithSelection(paper(), QStringLiteral("first"), 1);
+    actions().bookmarkSelection->trigger();
+    QTest::keyClicks(alert()->findChild<QLineEdit *>(), QStringLiteral("  \t "));
+    QTest::keyClick(alert()->findChild<QLineEdit *>(), Qt::Key_Return);
+    awaitCount(1);
+    EXPECT_EQ(reader().bookmarks.value().first().label, QString());
+    EXPECT_EQ(find<QListView>("bookmarks")->model()->index(0, 0).data().toString(), u"Page 1. first");
+}
+
+TEST_F(PDFViewerWindowBookmarks, LogsOneThatCannotBeStored)
+{
+    openWithSelection(paper(), QStringLiteral("first"), 1);
+    library.run(QStringLiteral("DROP TABLE bookmarks"));
+    actions().bookmarkSelection->trigger();
+    ::testing::internal::CaptureStdout();
+    click(QDialogButtonBox::Save);
+    static_cast<void>(library.service.paperById(QString()).result().has_value());
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(::testing::internal::GetCapturedStdout().starts_with("Failed to create bookmark: "));
+    EXPECT_FALSE(alert());
+    EXPECT_TRUE(reader().bookmarks.value().isEmpty());
+}
+
 TEST_F(PDFViewerWindowBookmarks, DeletesOneByKeyAndByMenu)
 {
     openWithSelection(paper(), QStringLiteral("leaf"), 2);

@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QMenu>
+#include <QMenuBar>
 #include <QSplitter>
 #include <QToolBar>
 #include <QToolButton>
@@ -176,6 +177,23 @@ TEST_F(PDFViewerWindowTest, ShowsThePagesOwnLabelBesideItsNumber)
     EXPECT_EQ(find<QLabel>("pageCount")->text(), u"(v) of 2");
 }
 
+TEST_F(PDFViewerWindowTest, KeepsTheToolBarInPlaceWhilePagesWithLongerLabelsGoBy)
+{
+    const QString path = library.folder.write(
+        QStringLiteral("labels.pdf"), PdfBuilder()
+                                          .page({QStringLiteral("a")})
+                                          .page({QStringLiteral("b")})
+                                          .catalogue("/PageLabels << /Nums [0 << /S /D >> 1 << /S /D /P "
+                                                     "(Appendix B-) >>] >>")
+                                          .build());
+    openAndArrive(requestFor(path));
+    awaitThat(reader().pageLabels, [this] { return !reader().pageLabels.value().isEmpty(); });
+    const int before = find<QWidget>("pageField")->sizeHint().width();
+    typePage(QStringLiteral("2"));
+    EXPECT_EQ(find<QLabel>("pageCount")->text(), u"(Appendix B-1) of 2");
+    EXPECT_EQ(find<QWidget>("pageField")->sizeHint().width(), before);
+}
+
 TEST_F(PDFViewerWindowTest, GoesWhereAnOutlineItemLeads)
 {
     const QByteArray third = PdfBuilder::pageReference(2);
@@ -294,6 +312,35 @@ TEST_F(PDFViewerWindowTest, FillsTheScreenByF11AndLeavesItByEscape)
     QTest::keyClick(&window->view(), Qt::Key_Escape);
     EXPECT_FALSE(window->isFullScreen());
     EXPECT_TRUE(isShown("readerToolBar"));
+}
+
+TEST_F(PDFViewerWindowTest, LeavesTheFullScreenAlsoWhenTheDesktopEndsIt)
+{
+    open(requestFor(threePages()));
+    actions().fullScreen->trigger();
+    window->setWindowState(Qt::WindowNoState);
+    EXPECT_FALSE(actions().fullScreen->isChecked());
+    EXPECT_TRUE(isShown("readerToolBar"));
+    EXPECT_TRUE(window->menuBar()->isVisible());
+    window->setWindowState(Qt::WindowFullScreen);
+    EXPECT_TRUE(actions().fullScreen->isChecked());
+    EXPECT_FALSE(isShown("readerToolBar"));
+}
+
+TEST_F(PDFViewerWindowTest, SearchesAndTakesPageNumbersOnTheFullScreen)
+{
+    open(requestFor(threePages()));
+    QTest::keyClick(&window->view(), Qt::Key_F11);
+    QTest::keyClick(&window->view(), Qt::Key_F, Qt::ControlModifier);
+    EXPECT_TRUE(isShown("readerToolBar"));
+    EXPECT_TRUE(find<QLineEdit>("readerSearchField")->hasFocus());
+    actions().fullScreen->setChecked(false);
+    actions().fullScreen->setChecked(true);
+    EXPECT_FALSE(isShown("readerToolBar"));
+    QTest::keyClick(&window->view(), Qt::Key_G, Qt::ControlModifier);
+    EXPECT_TRUE(isShown("readerToolBar"));
+    EXPECT_TRUE(pageNumber().hasFocus());
+    EXPECT_TRUE(window->isFullScreen());
 }
 
 TEST_F(PDFViewerWindowTest, RemembersItsSidebarAndDarkPages)

@@ -30,6 +30,24 @@ TEST(PageContents, ForgetsNoVisiblePage)
     EXPECT_EQ(contents.text(3), nullptr);
 }
 
+TEST(PageContents, CountsLinksAndForgetsThemWithTheirPage)
+{
+    PageContents contents;
+    const QList<PDFLink> links(1000, PDFLink{QRectF(0, 0, 10, 10), PDFDestination{1, {}}});
+    contents.setLinks(0, links);
+    const qsizetype bytes = contents.bytes();
+    EXPECT_GE(bytes, 1000 * qsizetype(sizeof(PDFLink)));
+    contents.setLinks(0, links);
+    EXPECT_EQ(contents.bytes(), bytes) << "once a page";
+    for (qint64 page = 1; contents.bytes() <= kPageTextBytes; ++page)
+        contents.setLinks(page, links);
+    contents.forgetBeyond({0, 0});
+    EXPECT_LE(contents.bytes(), kPageTextBytes);
+    EXPECT_TRUE(contents.links(0));
+    contents.clear();
+    EXPECT_EQ(contents.bytes(), 0);
+}
+
 TEST(PageContents, FindsTheTopmostLinkAtAPoint)
 {
     PageContents contents;

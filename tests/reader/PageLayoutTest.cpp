@@ -68,6 +68,13 @@ TEST(PageLayout, KeepsTheAssumedSizeForAPageThatCannotBeHad)
     EXPECT_EQ(layout.size(1), QSizeF(100, 200));
 }
 
+TEST(PageLayout, ShowsLetterPaperWhereNoSizeCanBeHad)
+{
+    const PageLayout layout = layoutOf({std::nullopt});
+    EXPECT_TRUE(layout.hasSizes());
+    EXPECT_EQ(layout.size(0), QSizeF(612, 792));
+}
+
 TEST(PageLayout, FindsThePageAtAHeight)
 {
     const PageLayout layout = layoutOf({QSizeF(100, 200), QSizeF(50, 80), QSizeF(100, 200)});

@@ -2,6 +2,7 @@
 
 #include "reader/DocumentOpening.h"
 #include "reader/ReaderDocument.h"
+#include "support/FakePDFDocument.h"
 #include "support/PdfBuilder.h"
 #include "support/Printing.h"
 #include "support/TemporaryFolder.h"
@@ -35,6 +36,20 @@ protected:
         const auto printed = engineReaderDocument(out);
         EXPECT_TRUE(printed->open().result());
         return printed->pageCount();
+    }
+
+    /// Prints five pages, of which the third fails in this way.
+    std::optional<QString> printWith(const Error &error)
+    {
+        ReaderDocument failing([&error](auto, auto) -> Result<std::unique_ptr<PDFDocument>> {
+            auto fake = std::make_unique<FakePDFDocument>();
+            fake->claimedPages = 5;
+            fake->failingPages.emplace(2, error);
+            return std::unique_ptr<PDFDocument>(std::move(fake));
+        });
+        EXPECT_TRUE(failing.open().result());
+        PagePrinter pages(failing, printer);
+        return QCoro::waitFor(pages.print());
     }
 
     TemporaryFolder folder;
@@ -88,4 +103,27 @@ TEST_F(PagePrinterTest, EndsWhenItIsCancelled)
     });
     EXPECT_EQ(QCoro::waitFor(pages.print()), std::nullopt);
     EXPECT_EQ(progress, QList<qint64>{1});
+}
+
+TEST_F(PagePrinterTest, SaysWhereItEndedWhenTheEngineIsLost)
+{
+    EXPECT_EQ(printWith(pdfError(PDFErrorCode::EngineFailed)),
+              QStringLiteral("The document was lost before page 3 was printed."));
+}
+
+TEST_F(PagePrinterTest, SaysWhereItEndedWhenTheDocumentIsClosed)
+{
+    PagePrinter pages(*document, printer);
+    QObject::connect(&pages, &PagePrinter::progressed, &pages, [&](qint64 done) {
+        if (done == 2)
+            document.reset();
+    });
+    EXPECT_EQ(QCoro::waitFor(pages.print()),
+              QStringLiteral("The document was lost before page 3 was printed."));
+}
+
+TEST_F(PagePrinterTest, PrintsTheOthersWhenOnePageCannotBeHad)
+{
+    EXPECT_EQ(printWith(pdfError(PDFErrorCode::PageUnavailable)), std::nullopt);
+    EXPECT_EQ(printedPages(), 5);
 }

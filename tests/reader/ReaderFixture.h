@@ -68,7 +68,7 @@ struct ReaderFixture {
 
     qint64 pages = 0;
     std::map<qint64, PDFPageText> texts;
-    std::vector<PDFOutlineItem> outline;
+    Result<std::vector<PDFOutlineItem>> outline = std::vector<PDFOutlineItem>();
     PDFPageLabels labels;
 
     TestLibrary library;

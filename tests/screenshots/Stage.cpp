@@ -3,7 +3,6 @@
 #include "app/ImportFlow.h"
 #include "screenshots/Camera.h"
 #include "screenshots/SamplePapers.h"
-#include "search/NativeSearchService.h"
 #include "store/DatabaseManager.h"
 #include "store/NativeLibraryService.h"
 #include "store/ReservedTags.h"
@@ -14,16 +13,7 @@ Stage::Stage(const QString &folder)
     : m_folder(folder)
     , m_services(
           {.libraryDatabase = folder + u"/Quirevault/library.db", .covers = folder + u"/Quirevault/covers"})
-    , m_vm({.db = m_services.db(),
-            .library = m_services.library(),
-            .publisher = m_services.publisher(),
-            .preferences = m_services.preferences(),
-            .clock = m_services.clock(),
-            .importFlow = m_services.importFlow(),
-            .retagFlow = m_services.retagFlow(),
-            .search = [this](const QString &query) {
-                return m_services.search().search(query);
-            }})
+    , m_vm(LibraryViewModel::Collaborators::of(m_services))
 {
     m_window =
         std::make_unique<ContentView>(ContentView::Collaborators{.vm = m_vm,
@@ -47,6 +37,13 @@ void Stage::fillLibrary()
     m_vm.loadPapers();
     m_vm.loadTags();
     Camera::settle(1500);
+}
+
+Paper Stage::addPaper(const QString &path)
+{
+    m_services.importFlow().run({path}, {}, [](const ImportProgress &) {});
+    const Result<std::optional<Paper>> paper = m_services.library().paperByFilepath(path).result();
+    return paper ? paper->value_or(Paper()) : Paper();
 }
 
 void Stage::addDetails()

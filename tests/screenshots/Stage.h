@@ -15,9 +15,13 @@ public:
 
     /// Writes the PDFs, imports them and sets what their pages do not tell.
     void fillLibrary();
+    /// Imports one more file and answers its paper.
+    Paper addPaper(const QString &path);
 
     ContentView &window() { return *m_window; }
     LibraryViewModel &vm() { return m_vm; }
+    Services &services() { return m_services; }
+    const QString &folder() const { return m_folder; }
     /// The paths of the PDFs, in no particular order.
     const QStringList &files() const { return m_files; }
     /// The paper of that title, which must be listed.

@@ -1,7 +1,10 @@
-// quirevault-screenshots FOLDER [SCALE]: writes a picture of every state of the library window into FOLDER,
-// on the offscreen platform; at a scale other than 1, of the main ones.
+// quirevault-screenshots FOLDER [SCALE]: writes a picture of every state of the library window and of reader
+// windows into FOLDER, on the offscreen platform; at a scale other than 1, of the main ones.
 #include "screenshots/Camera.h"
+#include "screenshots/DarkPalette.h"
+#include "screenshots/ReaderScenes.h"
 #include "screenshots/Stage.h"
+#include "screenshots/UpdateStates.h"
 #include "ui/AboutPanel.h"
 #include "ui/PaperDetailPanel.h"
 #include "ui/ShortcutsWindow.h"
@@ -22,17 +25,6 @@ namespace
 {
 
 const auto kPaper = QStringLiteral("Passages before Papers: Ranking Evidence");
-
-QPalette darkPalette()
-{
-    QPalette palette(QColor(0x2b, 0x2d, 0x31), QColor(0x1f, 0x20, 0x24));
-    palette.setColor(QPalette::Base, QColor(0x18, 0x19, 0x1c));
-    palette.setColor(QPalette::AlternateBase, QColor(0x1d, 0x1e, 0x22));
-    palette.setColor(QPalette::Highlight, QColor(0x3d, 0x8b, 0xd9));
-    palette.setColor(QPalette::HighlightedText, Qt::white);
-    palette.setColor(QPalette::Link, QColor(0x7a, 0xb8, 0xf5));
-    return palette;
-}
 
 /// Goes through the states of one window.
 class Session
@@ -133,6 +125,8 @@ public:
         closeDialogs();
     }
 
+    void takeUpdates() { takeUpdateStates(&m_stage.window(), m_camera); }
+
     void takeMenus()
     {
         auto *papers = m_stage.part<QAbstractItemView>("papers");
@@ -159,6 +153,8 @@ public:
         vm().errorMessage = std::nullopt;
         QApplication::setPalette(light);
     }
+
+    Stage &stage() { return m_stage; }
 
 private:
     LibraryViewModel &vm() { return m_stage.vm(); }
@@ -230,6 +226,7 @@ int main(int argc, char **argv)
     qputenv("XDG_CONFIG_HOME", home.filePath(QStringLiteral("config")).toLocal8Bit());
     qputenv("QUIREVAULT_OPENLIBRARY_URL", "");
     QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false); // or nothing would be waited for after that
 
     const bool isWhole = scale == "1";
     Camera camera(QString::fromLocal8Bit(argv[1]),
@@ -239,9 +236,14 @@ int main(int argc, char **argv)
     session.takeMainStates();
     session.takeMenus();
     session.takeDark();
-    if (!isWhole)
-        return 0;
-    session.takeImport();
-    session.takeAlerts();
+    if (isWhole) {
+        session.takeImport();
+        session.takeAlerts();
+        session.takeUpdates();
+    }
+    ReaderScenes scenes(session.stage(), camera);
+    scenes.takeReading();
+    if (isWhole)
+        scenes.takeRest();
     return 0;
 }

@@ -1,9 +1,7 @@
-#include "support/Gate.h"
 #include "support/TestLibrary.h"
 
 #include <QDir>
 #include <algorithm>
-#include <tuple>
 
 namespace
 {
@@ -124,6 +122,14 @@ TEST_F(LibraryPapers, RecentlyImportedAreListedNewestFirstFromTheCutOffOn)
     }
     EXPECT_EQ(idsOf(*library.service.recentlyImportedPapers(QStringLiteral("2025-03-01T10:00:00Z")).result()),
               (QStringList{QStringLiteral("3"), QStringLiteral("1")}));
+}
+
+TEST_F(LibraryPapers, TellTheContentHashOfTheirImport)
+{
+    library.run(QStringLiteral("INSERT INTO papers (id, content_hash) VALUES ('p', 'beef'), ('q', NULL)"));
+    EXPECT_EQ(*library.service.contentHashOfPaper(QStringLiteral("p")).result(), QStringLiteral("beef"));
+    EXPECT_EQ(*library.service.contentHashOfPaper(QStringLiteral("q")).result(), std::nullopt);
+    EXPECT_EQ(*library.service.contentHashOfPaper(QStringLiteral("gone")).result(), std::nullopt);
 }
 
 TEST_F(LibraryPapers, AreFoundByTheirContentHash)
@@ -312,48 +318,4 @@ TEST_F(LibraryPapers, AreCountedInAllByTagAndByDate)
     const PaperCounts expected{.all = 3, .recentlyImported = 2, .byTag = {{QStringLiteral("x"), 2}}};
     EXPECT_EQ(library.service.paperCounts(QStringLiteral("2025-01-02T00:00:00Z")).result().value(), expected);
     EXPECT_EQ(library.service.paperCounts(std::nullopt).result()->recentlyImported, 0);
-}
-
-TEST(LibraryUrgency, IsThatOfTheServiceForEveryOperation)
-{
-    TestLibrary library;
-    NativeLibraryService background(library.db, library.publisher, library.bookmarkEvents,
-                                    Urgency::Background);
-    Gate gate(library.db);
-    library.statements.clear();
-    const QString text = QStringLiteral("x");
-    PaperEdit edit;
-    edit.title = text;
-    const auto operations = std::tuple{
-        background.allPapers(),
-        background.papersWithTag(text),
-        background.papersByIds({text}),
-        background.recentlyImportedPapers(text),
-        background.paperCounts(text),
-        background.paperById(text),
-        background.paperByContentHash(text),
-        background.paperByFilepath(text),
-        background.paperIdsWithPrefix(text),
-        background.updateFilepath(text, text),
-        background.updatePaper(text, edit),
-        background.allFilepaths(),
-        background.deletePaper(text),
-        background.addTag(text, text),
-        background.removeTag(text, text),
-        background.allTagNames(),
-        background.createTag(text),
-        background.bookmarksForPaper(text),
-        background.createBookmark(Bookmark()),
-        background.deleteBookmark(text),
-    };
-    QStringList ranBefore{QStringLiteral("not asked")};
-    const auto person = library.db.perform(Urgency::PersonWaits, [&](Database &) {
-        ranBefore = library.statements.all();
-        return Result<void>();
-    });
-    gate.open();
-    EXPECT_TRUE(person.result());
-    EXPECT_EQ(ranBefore, QStringList());
-    std::apply([](auto... operation) { (operation.waitForFinished(), ...); }, operations);
-    EXPECT_FALSE(library.statements.all().isEmpty());
 }

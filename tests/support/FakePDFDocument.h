@@ -27,7 +27,7 @@ public:
     PDFPageGeometry geometry = {QSizeF(612, 792), 0, {}, {}, {}, {}};
     /// By the page's index.
     std::map<qint64, PDFPageText> placedTexts;
-    std::vector<PDFOutlineItem> itsOutline;
+    Result<std::vector<PDFOutlineItem>> itsOutline = std::vector<PDFOutlineItem>();
     /// Of every page.
     QList<PDFLink> itsLinks;
     PDFPageLabels itsPageLabels;
@@ -80,6 +80,8 @@ public:
     Result<PDFPagePicture> draw(qint64 index, const PDFDrawing &drawing, std::stop_token) override
     {
         drawings.push_back({index, drawing});
+        if (const auto failing = failingPages.find(index); failing != failingPages.end())
+            return failed(failing->second);
         const std::size_t bytes = std::size_t(drawing.clip.width()) * std::size_t(drawing.clip.height()) * 4;
         const std::optional<MemoryFile> file = MemoryFile::create(bytes);
         SharedMemory paper = *SharedMemory::map(file->descriptor(), bytes, SharedMemory::Access::ReadWrite);
@@ -88,7 +90,10 @@ public:
                               std::make_shared<const SharedMemory>(std::move(paper)));
     }
 
-    Result<std::vector<PDFOutlineItem>> outline(std::stop_token) override { return itsOutline; }
+    Result<std::vector<PDFOutlineItem>> outline(std::stop_token) override
+    {
+        return itsOutline ? itsOutline : Result<std::vector<PDFOutlineItem>>(failed(itsOutline.error()));
+    }
     Result<QList<PDFLink>> links(qint64, std::stop_token) override { return itsLinks; }
     Result<PDFPageLabels> pageLabels(std::stop_token) override { return itsPageLabels; }
 

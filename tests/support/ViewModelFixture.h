@@ -91,8 +91,20 @@ public:
         const std::lock_guard lock(m_mutex);
         m_batches.append(papers);
     }
+    void publishLibrary(const QList<Paper> &papers) override
+    {
+        publish(papers);
+        const std::lock_guard lock(m_mutex);
+        ++m_wholeLibraries;
+    }
     void withdraw(const QString &) override {}
 
+    /// How many of the batches were announced as the whole library.
+    int wholeLibraries() const
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_wholeLibraries;
+    }
     QList<QList<Paper>> batches() const
     {
         const std::lock_guard lock(m_mutex);
@@ -102,6 +114,7 @@ public:
 private:
     mutable std::mutex m_mutex;
     QList<QList<Paper>> m_batches;
+    int m_wholeLibraries = 0;
 };
 
 /// A view model over a real, empty library of its own, with everything slow driven by the test: time, the

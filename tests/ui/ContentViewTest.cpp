@@ -1,8 +1,7 @@
 #include "ui/ContentView.h"
 
-#include "ui/Drag.h"
-#include "ui/LibraryGrid.h"
 #include "ui/PaperDetailPanel.h"
+#include "ui/PaperGrid.h"
 #include "ui/SearchField.h"
 #include "ui/WindowFixture.h"
 
@@ -68,24 +67,6 @@ protected:
     QWidget *sidebar() { return window->findChild<QWidget *>(QStringLiteral("sidebar")); }
     QWidget *details() { return window->findChild<PaperDetailPanel *>(); }
 };
-
-std::unique_ptr<QMimeData> urls(const QStringList &addresses)
-{
-    auto content = std::make_unique<QMimeData>();
-    QList<QUrl> list;
-    for (const QString &address : addresses)
-        list.append(QUrl(address));
-    content->setUrls(list);
-    return content;
-}
-
-QString makePDF(TemporaryFolder &folder, const QString &name)
-{
-    const QString path = folder.path(name);
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    return path;
-}
 } // namespace
 
 TEST_F(ContentViewTest, IsTitledLibrary)
@@ -235,7 +216,7 @@ TEST_F(ContentViewTest, ShowsTheDetailsToEditThem)
 {
     vm().select(vm().papers.value().first());
     toolButton(QStringLiteral("Toggle details"))->click();
-    Q_EMIT window->findChild<LibraryGrid *>()->editRequested();
+    Q_EMIT window->findChild<PaperGrid *>(QStringLiteral("papers"))->editRequested();
     EXPECT_TRUE(details()->isVisible());
 }
 
@@ -308,60 +289,4 @@ TEST_F(ContentViewTest, TellsWhenItIsClosed)
     entry(QStringLiteral("File"), QStringLiteral("Close"))->trigger();
     EXPECT_EQ(closed.size(), 1);
     EXPECT_FALSE(window->isVisible());
-}
-
-TEST_F(ContentViewTest, ImportsADroppedFileAtOnce)
-{
-    const QString path = makePDF(library.folder, QStringLiteral("new.pdf"));
-    Drag drag(*window, urls({QUrl::fromLocalFile(path).toString()}));
-    ASSERT_NE(find<QWidget>("fileDropTarget"), nullptr);
-    EXPECT_TRUE(drag.moveTo(find<SearchField>("searchField"))) << "anywhere on the window";
-    drag.drop();
-    EXPECT_EQ(find<QWidget>("fileDropTarget"), nullptr);
-    waitUntil(vm().lastImportResult, [](const auto &result) { return result.has_value(); });
-    EXPECT_EQ(vm().lastImportResult.value()->indexed, QStringList{u"id of " + path});
-}
-
-TEST_F(ContentViewTest, ReviewsADroppedFolder)
-{
-    makePDF(library.folder, QStringLiteral("one.pdf"));
-    makePDF(library.folder, QStringLiteral("two.PDF"));
-    Drag drag(*window, urls({QUrl::fromLocalFile(library.folder.path()).toString()}));
-    EXPECT_TRUE(drag.moveTo(window.get()));
-    drag.drop();
-    waitUntil(vm().showImportPicker, true);
-    EXPECT_EQ(vm().discoveredPDFs.value().size(), 2);
-    ASSERT_NE(find<QDialog>("importPicker"), nullptr);
-    find<QPushButton>("importSelected")->click();
-    waitUntil(vm().lastImportResult, [](const auto &result) { return result.has_value(); });
-    EXPECT_EQ(vm().lastImportResult.value()->indexed.size(), 2);
-}
-
-TEST_F(ContentViewTest, RefusesFilesWhileAnImportRuns)
-{
-    vm().isImporting = true;
-    Drag drag(*window, urls({QStringLiteral("file:///papers/new.pdf")}));
-    EXPECT_EQ(find<QWidget>("fileDropTarget"), nullptr);
-    EXPECT_FALSE(drag.moveTo(window.get()));
-}
-
-TEST_F(ContentViewTest, RefusesWhatIsNotOnThisMachine)
-{
-    Drag drag(*window, urls({QStringLiteral("https://papers.example/new.pdf")}));
-    EXPECT_EQ(find<QWidget>("fileDropTarget"), nullptr);
-    EXPECT_FALSE(drag.moveTo(window.get()));
-}
-
-TEST_F(ContentViewTest, RefusesFilesUnderAnAlert)
-{
-    vm().errorMessage = QStringLiteral("Wrong.");
-    Drag drag(*window, urls({QStringLiteral("file:///papers/new.pdf")}));
-    EXPECT_EQ(find<QWidget>("fileDropTarget"), nullptr);
-}
-
-TEST_F(ContentViewTest, ForgetsADragThatLeaves)
-{
-    Drag drag(*window, urls({QStringLiteral("file:///papers/new.pdf")}));
-    drag.leave();
-    EXPECT_EQ(find<QWidget>("fileDropTarget"), nullptr);
 }

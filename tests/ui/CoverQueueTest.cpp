@@ -1,7 +1,10 @@
 #include "ui/CoverQueue.h"
+
+#include "platform/Paths.h"
 #include "support/Printing.h"
 #include "support/TemporaryFolder.h"
 
+#include <QDir>
 #include <QPainter>
 
 namespace
@@ -122,6 +125,21 @@ TEST(AnswerFromDisk, DoesNotReadAPictureThatIsAsItWas)
     EXPECT_NE(modified, 0);
     EXPECT_FALSE(answerFromDisk({path, {10, 10}}, modified).image);
     EXPECT_TRUE(answerFromDisk({path, {10, 10}}, modified - 1).image);
+}
+
+TEST(AnswerFromDisk, FindsTheCoverOfALibraryThatWasMoved)
+{
+    const TemporaryFolder folder;
+    const QByteArray before = qgetenv("XDG_DATA_HOME");
+    qputenv("XDG_DATA_HOME", folder.path().toLocal8Bit());
+    ASSERT_TRUE(QDir().mkpath(coversFolder()));
+    ASSERT_TRUE(QFile::rename(writeCover(folder, {30, 40}), QString(coversFolder() + u"/0a.jpg")));
+    const CoverAnswer answer =
+        answerFromDisk({QStringLiteral("/no/such/home/Quirevault/covers/0a.jpg"), {30, 40}}, 0);
+    before.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", before);
+    EXPECT_NE(answer.modified, 0);
+    ASSERT_TRUE(answer.image);
+    EXPECT_EQ(answer.image->size(), QSize(30, 40));
 }
 
 TEST(AnswerFromDisk, HasNoPictureOfAMissingOrBrokenCover)

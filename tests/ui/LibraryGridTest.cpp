@@ -119,21 +119,6 @@ TEST_F(LibraryGridTest, StartsAnotherListAtItsTop)
     EXPECT_EQ(grid().verticalScrollBar()->value(), 0);
 }
 
-TEST_F(LibraryGridTest, HandsOnWishesByKey)
-{
-    QSignalSpy details(&view, &LibraryGrid::detailsToggleRequested);
-    QSignalSpy edits(&view, &LibraryGrid::editRequested);
-    QSignalSpy tags(&view, &LibraryGrid::tagRequested);
-    show(papers(3));
-    QTest::keyClick(&grid(), Qt::Key_Right);
-    QTest::keyClick(&grid(), Qt::Key_Space);
-    QTest::keyClick(&grid(), Qt::Key_F2);
-    QTest::keyClick(&grid(), Qt::Key_T, Qt::ControlModifier);
-    EXPECT_EQ(details.size(), 1);
-    EXPECT_EQ(edits.size(), 1);
-    EXPECT_EQ(tags.size(), 1);
-}
-
 TEST_F(LibraryGridTest, LooksForFilesAgainAfterALoad)
 {
     QList<Paper> one = papers(1);

@@ -155,6 +155,33 @@ TEST_F(ProgressOverlayTest, StopsTheImportAndClosesWhenThePersonAgrees)
     EXPECT_FALSE(window->isVisible());
 }
 
+TEST_F(ProgressOverlayTest, StopsTheImportAndEndsTheProgramWhereThatWasAskedFor)
+{
+    startImporting();
+    isQuitting = true;
+    EXPECT_FALSE(window->close());
+    isQuitting = false; // it stays for the time being
+    buttonOf(find<QMessageBox>("stopImportAlert"), QStringLiteral("Stop and Close"))->click();
+    EXPECT_TRUE(vm().isCancellingImport);
+    EXPECT_EQ(quits, 0) << "the click is still the box's";
+    QCoreApplication::processEvents();
+    EXPECT_EQ(quits, 1);
+    EXPECT_TRUE(window->close()) << "as the program does first when it ends";
+}
+
+TEST_F(ProgressOverlayTest, DoesWhatWasAskedForLast)
+{
+    QSignalSpy closed(window.get(), &ContentView::closed);
+    startImporting();
+    isQuitting = true;
+    window->close();
+    isQuitting = false;
+    window->close();
+    buttonOf(find<QMessageBox>("stopImportAlert"), QStringLiteral("Stop and Close"))->click();
+    ASSERT_TRUE(closed.size() == 1 || closed.wait());
+    EXPECT_EQ(quits, 0);
+}
+
 TEST_F(ProgressOverlayTest, TakesTheQuestionBackWhenTheImportEnds)
 {
     startImporting();

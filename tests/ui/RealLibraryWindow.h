@@ -3,7 +3,6 @@
 #include "app/LibraryCommands.h"
 #include "app/LibraryViewModel.h"
 #include "app/Services.h"
-#include "search/NativeSearchService.h"
 #include "support/PdfBuilder.h"
 #include "support/Programs.h"
 #include "support/TemporaryFolder.h"
@@ -61,16 +60,7 @@ struct RealLibraryWindow {
                           qputenv("QUIREVAULT_PDF_ENGINE", pdfEngineProgram().toLocal8Bit());
     Services services{{.libraryDatabase = home.path(QStringLiteral("library.db")),
                        .covers = home.path(QStringLiteral("covers"))}};
-    LibraryViewModel vm{{.db = services.db(),
-                         .library = services.library(),
-                         .publisher = services.publisher(),
-                         .preferences = services.preferences(),
-                         .clock = services.clock(),
-                         .importFlow = services.importFlow(),
-                         .retagFlow = services.retagFlow(),
-                         .search = [this](const QString &query) {
-                             return services.search().search(query);
-                         }}};
+    LibraryViewModel vm{LibraryViewModel::Collaborators::of(services)};
     LibraryCommands commands{{[] {}, [] {}, [] {},
                               [] {
                               }}};

@@ -25,6 +25,7 @@ struct WindowFixture : ViewModelFixture {
             .covers = covers,
             .preferences = preferences,
             .openWindow = [this](const PDFOpenRequest &request) { opened.append(request); },
+            .isQuitting = [this] { return isQuitting; },
         });
         window->show();
         QApplication::setActiveWindow(window.get());
@@ -47,8 +48,11 @@ struct WindowFixture : ViewModelFixture {
     }
 
     QList<PDFOpenRequest> opened;
+    bool isQuitting = false;
+    int quits = 0; ///< how often the program was asked to end
     LibraryCommands commands{{[] {}, [] {}, [] {},
-                              [] {
+                              [this] {
+                                  ++quits;
                               }}};
     CoverCache covers;
     std::unique_ptr<ContentView> window;

@@ -10,4 +10,5 @@ inline constexpr std::chrono::milliseconds kSpringSettles{750};
 
 /// The part of its way that a critically damped spring, let go at rest, has come after `elapsed`: 0 at the
 /// start, towards 1, never beyond.
-double springProgress(std::chrono::duration<double> elapsed);
+double springProgress(std::chrono::duration<double> elapsed,
+                      std::chrono::duration<double> response = kSpringResponse);
