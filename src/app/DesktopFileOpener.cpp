@@ -6,6 +6,7 @@
 #include <QDesktopServices>
 #include <QFileInfo>
 #include <QFutureWatcher>
+#include <QMimeDatabase>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QtConcurrentRun>
@@ -68,9 +69,14 @@ bool leadsBack(const DesktopEntry &entry)
            });
 }
 
-QList<DesktopEntry> otherViewers(const QString &fileType, const DesktopFolders &folders)
+QString typeByName(const QString &path)
 {
-    QList<DesktopEntry> viewers = applicationsFor(fileType, folders);
+    return QMimeDatabase().mimeTypeForFile(path, QMimeDatabase::MatchExtension).name();
+}
+
+QList<DesktopEntry> otherViewers(const QString &path, const QString &fileType, const DesktopFolders &folders)
+{
+    QList<DesktopEntry> viewers = applicationsFor(fileType.isEmpty() ? typeByName(path) : fileType, folders);
     // One for a terminal would start without any.
     viewers.removeIf([](const DesktopEntry &entry) { return entry.needsTerminal || leadsBack(entry); });
     return viewers;
@@ -114,7 +120,8 @@ void DesktopFileOpener::open(const QString &path, Done done)
     const QString absolute = QFileInfo(path).absoluteFilePath();
     ask<Viewers>(
         [absolute, type = m_desktop.fileType, folders = m_desktop.folders] {
-            return QFileInfo::exists(absolute) ? Viewers(otherViewers(type, folders)) : std::nullopt;
+            return QFileInfo::exists(absolute) ? Viewers(otherViewers(absolute, type, folders))
+                                               : std::nullopt;
         },
         [this, absolute, done](const Viewers &viewers) {
             viewers ? openWith(*viewers, absolute, done) : done(missing(absolute));

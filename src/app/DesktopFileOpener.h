@@ -26,7 +26,8 @@ public:
         /// Starts a program that goes on when this one ends; false when it cannot be started.
         std::function<bool(const ProgramCall &call)> start;
         DesktopFolders folders;
-        QString fileType = QStringLiteral("application/pdf"); ///< of the files that it opens, a MIME type
+        /// Of the files that it opens, a MIME type; empty for what their names tell.
+        QString fileType = QStringLiteral("application/pdf");
 
         /// The session's bus, and what Qt and the user's settings give.
         static Desktop ofTheUser();
@@ -36,7 +37,7 @@ public:
     /// Opens PDFs on the user's desktop. Made at the first call.
     static DesktopFileOpener &shared();
 
-    /// Opens the file in another program for files of its type.
+    /// Opens the file in another program for files of the type.
     void open(const QString &path, Done done) override;
     /// Asks the file manager to select the file; where none can, opens the folder.
     void showInFolder(const QString &path, Done done) override;

@@ -27,10 +27,19 @@ QString takeVariable(const char *name)
     return value;
 }
 
+/// Of a request as JSON, in UTF-16 units. Chosen: a path and two passages, many times over.
+constexpr qsizetype kLongestRequest = 64 * 1024;
+
+/// None where it is longer than any desktop's: the environment of every program started later would hold it.
+QString tokenIn(const QVariantMap &platformData, const QString &key)
+{
+    const QString token = platformData.value(key).toString();
+    return token.size() <= kLongestText ? token : QString();
+}
+
 ActivationToken tokenIn(const QVariantMap &platformData)
 {
-    return {.wayland = platformData.value(kWaylandKey).toString(),
-            .x11 = platformData.value(kX11Key).toString()};
+    return {.wayland = tokenIn(platformData, kWaylandKey), .x11 = tokenIn(platformData, kX11Key)};
 }
 
 QVariantMap platformDataWith(const ActivationToken &token)
@@ -175,7 +184,7 @@ void SingleInstance::ActivateAction(const QString &name, const QVariantList &par
 bool SingleInstance::runTextAction(const QString &name, const QString &text)
 {
     if (name == QLatin1String(kOpenRequestAction))
-        openReader(text);
+        openReader(text.left(kLongestRequest)); // what is cut is no JSON any more, hence refused
     else if (name == QLatin1String(kOpenPaperAction) && m_handlers.openPaper)
         m_handlers.openPaper(text.left(kLongestText));
     else if (name == QLatin1String(kSearchAction) && m_handlers.search)

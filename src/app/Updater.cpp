@@ -84,8 +84,10 @@ void Updater::startCheck()
 
 void Updater::checkEnded(const Found &found)
 {
+    if (m_stop.stop_requested() && !m_isAsked)
+        return enter(UpdatePhase::Idle); // also when the answer was on its way already
     if (!found && isCancelled(found.error()))
-        return m_isAsked ? startCheck() : enter(UpdatePhase::Idle); // asked again before it had stopped
+        return startCheck(); // asked again before it had stopped
     if (found && *found)
         return offer(**found);
     if (m_isAsked)

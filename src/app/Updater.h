@@ -59,7 +59,7 @@ public:
 
     /// Starts looking every day.
     explicit Updater(Collaborators collaborators);
-    /// Stops what runs, which takes a second at most.
+    /// Stops what runs, which takes a second or so, and longer while a large package is being verified.
     ~Updater() override;
 
     /// Whether a check may start now: not without a feed's address, nor during a check or a download.

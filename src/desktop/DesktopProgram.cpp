@@ -60,14 +60,15 @@ std::unique_ptr<QApplication> makeApplication(int &argc, char **argv)
     return application;
 }
 
-/// Everything that lives as long as the program runs, in the order in which it needs each other.
+/// Of packages, each in the program for its kind.
 DesktopFileOpener::Desktop openerOfPackages()
 {
     DesktopFileOpener::Desktop desktop = DesktopFileOpener::Desktop::ofTheUser();
-    desktop.fileType = QStringLiteral("application/vnd.debian.binary-package");
+    desktop.fileType.clear();
     return desktop;
 }
 
+/// Everything that lives as long as the program runs, in the order in which it needs each other.
 struct Parts {
     OpenedWindow makeLibraryWindow(QuirevaultApp &application)
     {

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 #include <utility>
 
@@ -26,6 +27,22 @@ int createFile(const QString &path)
     return ::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW,
                   0666);
 }
+
+/// Removes what programs left behind that were killed; those that live hold a lock.
+void removeAbandoned(const QString &folder)
+{
+    const QStringList names =
+        QDir(folder).entryList({QStringLiteral(".quirevault-*.part")}, QDir::Files | QDir::Hidden);
+    for (const QString &name : names) {
+        const QByteArray path = QFile::encodeName(QString(folder + u'/' + name));
+        const int file = ::open(path.constData(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
+        if (file < 0)
+            continue;
+        if (::flock(file, LOCK_EX | LOCK_NB) == 0)
+            ::unlink(path.constData());
+        ::close(file);
+    }
+}
 } // namespace
 
 Result<NewFile> NewFile::begin(const QString &folder)
@@ -33,11 +50,13 @@ Result<NewFile> NewFile::begin(const QString &folder)
     if (!QDir().mkpath(folder))
         return Error{
             QStringLiteral("NewFile"), ENOTDIR, folder + u" is no folder and cannot be made one", {}};
+    removeAbandoned(folder);
     const QString path =
         folder + u"/.quirevault-" + QUuid::createUuid().toString(QUuid::WithoutBraces) + u".part";
     const int descriptor = createFile(path);
     if (descriptor < 0)
         return systemError(folder, QStringLiteral(" cannot take a new file"));
+    ::flock(descriptor, LOCK_EX | LOCK_NB); // where a file system knows none, only nothing is ever removed
     return NewFile(folder, path, descriptor);
 }
 

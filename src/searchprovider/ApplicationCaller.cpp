@@ -7,7 +7,15 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
 #include <QProcess>
+#include <QTimer>
+#include <chrono>
 #include <utility>
+
+namespace
+{
+/// Chosen: longer than a start takes on a busy machine, shorter than a person keeps trying.
+constexpr std::chrono::seconds kStartPatience{20};
+} // namespace
 
 ApplicationCaller::ApplicationCaller(const QDBusConnection &bus, const QString &name, const QString &program)
     : m_bus(bus)
@@ -51,8 +59,14 @@ void ApplicationCaller::startAndCall(const QDBusMessage &message)
         return;
     m_starting = new QDBusServiceWatcher(m_name, m_bus, QDBusServiceWatcher::WatchForRegistration, this);
     connect(m_starting, &QDBusServiceWatcher::serviceRegistered, this, &ApplicationCaller::callWaiting);
-    if (QProcess::startDetached(m_program, {QString::fromLatin1(kServiceOption)}))
-        return;
+    // It may end before it takes its name, where there is no display for instance.
+    QTimer::singleShot(kStartPatience, m_starting, [this] { giveUp(); });
+    if (!QProcess::startDetached(m_program, {QString::fromLatin1(kServiceOption)}))
+        giveUp();
+}
+
+void ApplicationCaller::giveUp()
+{
     logLine(u"ApplicationCaller: Error starting " + m_program);
     std::exchange(m_starting, nullptr)->deleteLater();
     m_waiting.clear();

@@ -29,6 +29,7 @@ private:
     void answered(const QDBusMessage &message, QDBusPendingCallWatcher &watcher);
     void startAndCall(const QDBusMessage &message);
     void callWaiting();
+    void giveUp();
 
     QDBusConnection m_bus;
     QString m_name;

@@ -4,6 +4,7 @@
 #include "store/SideDatabase.h"
 
 #include <QHash>
+#include <bit>
 #include <limits>
 
 namespace
@@ -20,16 +21,23 @@ using StoredItems = QHash<QString, StoredItem>;
 /// look-up. Chosen: between a page of a list and a library.
 constexpr qsizetype kFew = 5000;
 
-size_t mixed(size_t seed, QStringView text)
+/// Without a seed for Qt, which stirs another one into it that every process draws anew.
+size_t mixed(size_t digest, const void *bytes, size_t size)
 {
-    return qHashBits(text.data(), static_cast<size_t>(text.size()) * sizeof(QChar), seed + 1);
+    constexpr size_t kOdd = 0x9e3779b97f4a7c15; // the golden ratio's bits; spreads those of the hash
+    return (std::rotl(digest, 23) ^ qHashBits(bytes, size, 0)) * kOdd;
 }
 
-size_t mixed(size_t seed, const QStringList &texts)
+size_t mixed(size_t digest, QStringView text)
+{
+    return mixed(digest, text.data(), static_cast<size_t>(text.size()) * sizeof(QChar));
+}
+
+size_t mixed(size_t digest, const QStringList &texts)
 {
     for (const QString &text : texts)
-        seed = mixed(seed, text);
-    return seed + static_cast<size_t>(texts.size());
+        digest = mixed(digest, text);
+    return digest + static_cast<size_t>(texts.size());
 }
 
 /// Of every field. Another version of Qt may compute another one, which costs one writing of everything.
@@ -42,7 +50,7 @@ qint64 digestOf(const SearchableItem &item)
         digest = mixed(digest, *texts);
     const qint64 date = item.contentCreationDate ? item.contentCreationDate->date().toJulianDay()
                                                  : std::numeric_limits<qint64>::max();
-    return static_cast<qint64>(qHashBits(&date, sizeof date, digest));
+    return static_cast<qint64>(mixed(digest, &date, sizeof date));
 }
 
 /// There will be about `expected`.

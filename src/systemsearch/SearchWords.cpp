@@ -38,8 +38,10 @@ QStringList searchWords(const QStringList &terms)
 {
     QStringList found;
     for (const QString &term : terms) {
+        if (found.size() == kMostTerms)
+            break;
         const QString words = wordsOf(term);
-        if (found.size() < kMostTerms && hasLetterOrNumber(words))
+        if (hasLetterOrNumber(words))
             found.append(words);
     }
     return found;

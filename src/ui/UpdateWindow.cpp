@@ -203,6 +203,7 @@ void showUpdateWindow(Updater &updater, Updater::Attention attention, QWidget *p
         window->show();
     }
     if (isAsked) {
+        window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
         window->raise();
         window->activateWindow();
     }

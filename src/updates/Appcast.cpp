@@ -197,5 +197,8 @@ Result<QList<AppcastItem>> parseAppcast(const QByteArray &feed)
 {
     if (feed.size() > kMaxFeedBytes)
         return updateError(UpdateErrorCode::BadFeed, QStringLiteral("The update feed is too long"));
+    if (feed.count('=') > kMaxFeedAttributes)
+        return updateError(UpdateErrorCode::BadFeed,
+                           QStringLiteral("The update feed has too many attributes"));
     return AppcastReader(feed).read();
 }

@@ -10,6 +10,9 @@
 /// long notes has a tenth of either.
 inline constexpr qsizetype kMaxFeedBytes = 1024 * 1024;
 inline constexpr int kMaxFeedElements = 10'000;
+/// The most attributes, counted by their equals signs: each of an element is compared with all its others.
+/// Measured: one element with so many takes half a second, one that fills the longest feed about a minute.
+inline constexpr qsizetype kMaxFeedAttributes = 10'000;
 /// Release notes are cut here: some 1,300 words. Measured: Markdown of twice as many characters, chosen to
 /// hurt, holds the window up for 3 seconds.
 inline constexpr qsizetype kMaxNotesCharacters = 8 * 1024;

@@ -147,15 +147,18 @@ TEST_F(DesktopFileOpenerTest, OpensAFileInTheProgramThatTheUserPrefers)
     EXPECT_TRUE(started.first().program.startsWith(u'/'));
 }
 
-TEST_F(DesktopFileOpenerTest, OpensFilesOfTheTypeThatItIsFor)
+TEST_F(DesktopFileOpenerTest, OpensFilesOfTheTypeThatItIsForOrThatTheirNamesTell)
 {
     viewer(QStringLiteral("viewer"), "true --view %f");
-    program("application/x-parcel", QStringLiteral("unpacker"), "true --unpack %f");
-    desktop.fileType = QStringLiteral("application/x-parcel");
-    DesktopFileOpener ofParcels{desktop};
-    const QString path = file(QStringLiteral("a.parcel"));
-    EXPECT_EQ(answerOf([&](auto done) { ofParcels.open(path, done); }), std::nullopt);
-    EXPECT_EQ(startedArguments(), QList<QStringList>{QStringList({QStringLiteral("--unpack"), path})});
+    program("text/html", QStringLiteral("browser"), "true --browse %f");
+    const QString path = file(QStringLiteral("a.html"));
+    for (const QString &type : {QStringLiteral("text/html"), QString()}) {
+        started.clear();
+        desktop.fileType = type;
+        DesktopFileOpener ofPages{desktop};
+        EXPECT_EQ(answerOf([&](auto done) { ofPages.open(path, done); }), std::nullopt);
+        EXPECT_EQ(startedArguments(), QList<QStringList>{QStringList({QStringLiteral("--browse"), path})});
+    }
 }
 
 TEST_F(DesktopFileOpenerTest, NeverOpensAFileInThisProgram)

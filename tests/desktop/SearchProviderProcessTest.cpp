@@ -4,13 +4,18 @@
 #include "desktop/SessionFile.h"
 #include "platform/ApplicationInterface.h"
 #include "searchprovider/SearchProviderProgram.h"
+#include "store/SideDatabase.h"
 #include "support/PdfBuilder.h"
 #include "support/Programs.h"
 
 #include <QDBusReply>
 #include <QDir>
 #include <QUrl>
+#include <chrono>
 #include <csignal>
+#include <poll.h>
+#include <sys/pidfd.h>
+#include <unistd.h>
 
 namespace
 {
@@ -22,6 +27,27 @@ BusService providerService()
 {
     return {QLatin1String(kSearchProviderName), searchProviderProgram()};
 }
+
+/// Of a process that is not this one's child.
+class ProcessEnd
+{
+public:
+    explicit ProcessEnd(uint id)
+        : m_process(pidfd_open(static_cast<pid_t>(id), 0))
+    {
+    }
+    ~ProcessEnd() { close(m_process); }
+    ProcessEnd(const ProcessEnd &) = delete;
+    ProcessEnd &operator=(const ProcessEnd &) = delete;
+    void await() const
+    {
+        pollfd ended{m_process, POLLIN, 0};
+        poll(&ended, 1, -1);
+    }
+
+private:
+    int m_process;
+};
 
 } // namespace
 
@@ -40,8 +66,11 @@ protected:
         // Nobody else ends what the bus started; the provider would wait for its minute.
         for (const QString &name : {m_name, QString::fromLatin1(kSearchProviderName)}) {
             const QDBusReply<uint> id = m_connection.interface()->servicePid(name);
-            if (id.isValid())
-                kill(static_cast<pid_t>(id.value()), SIGKILL);
+            if (!id.isValid())
+                continue;
+            const ProcessEnd end(id.value());
+            kill(static_cast<pid_t>(id.value()), SIGKILL);
+            end.await();
         }
     }
 
@@ -86,15 +115,22 @@ protected:
             loop.exec();
     }
 
-    /// Quits the application and waits until its name is free.
+    /// Quits the application and waits for its end, which comes after its name is free.
     void quitApplication()
     {
-        QDBusServiceWatcher watcher(m_name, m_connection, QDBusServiceWatcher::WatchForUnregistration);
-        QEventLoop loop;
-        QObject::connect(&watcher, &QDBusServiceWatcher::serviceUnregistered, &loop, &QEventLoop::quit);
+        const QDBusReply<uint> id = m_connection.interface()->servicePid(m_name);
+        ASSERT_TRUE(id.isValid());
+        const ProcessEnd end(id.value());
         runCommand(QStringLiteral("quit"));
-        if (m_connection.interface()->isServiceRegistered(m_name))
-            loop.exec();
+        end.await();
+    }
+    /// By which the only published paper's item is known to be unchanged.
+    qint64 digest() const
+    {
+        Result<SideDatabase> file =
+            SideDatabase::open(m_home.path(QStringLiteral("data/Quirevault/system-search.db")),
+                               SideDatabase::Missing::Fail, std::chrono::seconds(10));
+        return file->number(QStringLiteral("SELECT digest FROM items")).value();
     }
 
     const QStringList m_terms{QStringLiteral("knot"), QStringLiteral("some")};
@@ -149,6 +185,18 @@ TEST_F(SearchProviderProcessTest, FindsWhatTheCommandLineChanged)
     EXPECT_EQ(find({QStringLiteral("braids")}), QStringList());
 }
 
+TEST_F(SearchProviderProcessTest, KnowsInEveryProcessWhatIsUnchanged)
+{
+    import();
+    const QString id = find(m_terms).value(0);
+    run({QStringLiteral("tag"), id, QStringLiteral("Algebra")});
+    const qint64 before = digest();
+    run({QStringLiteral("tag"), id, QStringLiteral("Topology")});
+    EXPECT_NE(digest(), before);
+    run({QStringLiteral("untag"), id, QStringLiteral("Topology")});
+    EXPECT_EQ(digest(), before);
+}
+
 TEST_F(SearchProviderProcessTest, NeverTouchesTheLibrary)
 {
     EXPECT_EQ(find(m_terms), QStringList());
@@ -190,7 +238,7 @@ TEST_F(SearchProviderProcessTest, StartsTheApplicationWhereTheBusCannot)
     quitApplication();
 }
 
-TEST_F(SearchProviderProcessTest, ShowsTheLibraryForAPaperThatIsGone)
+TEST_F(SearchProviderProcessTest, StartsTheApplicationForAPaperThatIsGone)
 {
     activate(QStringLiteral("0123"));
     awaitApplication();
@@ -199,7 +247,7 @@ TEST_F(SearchProviderProcessTest, ShowsTheLibraryForAPaperThatIsGone)
     EXPECT_TRUE(m_session.requests().isEmpty());
 }
 
-TEST_F(SearchProviderProcessTest, ShowsAllInTheLibrary)
+TEST_F(SearchProviderProcessTest, StartsTheApplicationForASearch)
 {
     ask(kShell, QStringLiteral("LaunchSearch"), {m_terms, 17U});
     awaitApplication();

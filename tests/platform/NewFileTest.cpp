@@ -171,3 +171,15 @@ TEST_F(NewFileTest, SaysThatItsFolderWentAway)
     EXPECT_EQ(path.error().code, ENOENT);
     EXPECT_TRUE(path.error().message().contains(folder));
 }
+
+TEST_F(NewFileTest, RemovesWhatAKilledProgramLeft)
+{
+    const QString left = QStringLiteral(".quirevault-of-a-killed-program.part");
+    m_folder.write(left, "half");
+    const NewFile other = begin(); // it removes the one, and is no program's leaving itself
+    const QStringList living = names();
+    EXPECT_FALSE(living.contains(left));
+    ASSERT_EQ(living.size(), 1);
+    const NewFile next = begin();
+    EXPECT_TRUE(names().contains(living.first()));
+}

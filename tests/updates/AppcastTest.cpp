@@ -192,3 +192,11 @@ TEST(Appcast, RefusesWhatIsTooLong)
     const QByteArray padding(kMaxFeedBytes, ' ');
     EXPECT_EQ(refusal(feedOf("") + padding), u"The update feed is too long");
 }
+
+TEST(Appcast, RefusesTooManyAttributes)
+{
+    QByteArray element = "<a";
+    for (qsizetype i = 0; i <= kMaxFeedAttributes; ++i)
+        element += " a" + QByteArray::number(i) + "=''";
+    EXPECT_EQ(refusal(feedOf(element + "/>")), u"The update feed has too many attributes");
+}
