@@ -112,7 +112,7 @@ protected:
     QString m_searched;
     QString m_problem;
     CurlHttpClient m_http;
-    RecordingOpener m_opener;
+    RecordingFileOpener m_opener;
     QString m_updateFeed;
     int m_updatesShown = 0;
     std::unique_ptr<QuirevaultApp> m_app;

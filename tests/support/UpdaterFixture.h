@@ -1,34 +1,14 @@
 #pragma once
 
-#include "app/FileOpener.h"
 #include "app/Updater.h"
 #include "platform/Preferences.h"
 #include "support/FakeClock.h"
+#include "support/RecordingFileOpener.h"
 #include "support/UpdateFixture.h"
 
 #include <future>
 #include <memory>
 #include <utility>
-
-/// An opener that opens nothing and remembers what it was asked for.
-class RecordingOpener : public FileOpener
-{
-public:
-    void open(const QString &path, Done done) override
-    {
-        opened.append(path);
-        done(problem);
-    }
-    void showInFolder(const QString &path, Done done) override
-    {
-        shown.append(path);
-        done(problem);
-    }
-
-    std::optional<Error> problem;
-    QStringList opened;
-    QStringList shown;
-};
 
 /// An updater of a program of version 1.0 over a server on this machine and a clock that the test drives.
 struct UpdaterFixture : UpdateFixture {
@@ -91,7 +71,7 @@ struct UpdaterFixture : UpdateFixture {
     UpdateTimeouts timeouts;
     FakeClock clock;
     Preferences preferences;
-    RecordingOpener opener;
+    RecordingFileOpener opener;
     QList<Updater::Attention> windowsShown;
     std::function<void(Updater &updater, Updater::Attention attention)> onWindow;
     std::unique_ptr<Updater> instance;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/FileOpener.h"
+#include "support/RecordingFileOpener.h"
 #include "support/ViewModelFixture.h"
 #include "ui/CoverCache.h"
 #include "ui/PaperDetailPanel.h"
@@ -10,26 +10,6 @@
 #include <QLineEdit>
 #include <QtTest/QTest>
 #include <gtest/gtest.h>
-
-/// Remembers what it was asked, and fails when told to.
-class RecordingFileOpener : public FileOpener
-{
-public:
-    void open(const QString &path, Done done) override
-    {
-        opened.append(path);
-        done(problem);
-    }
-    void showInFolder(const QString &path, Done done) override
-    {
-        shown.append(path);
-        done(problem);
-    }
-
-    QStringList opened;
-    QStringList shown;
-    std::optional<Error> problem;
-};
 
 /// A detail panel over a real library, in a window that has the focus.
 class PanelFixture : public testing::Test, protected ViewModelFixture
