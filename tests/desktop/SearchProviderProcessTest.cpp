@@ -11,6 +11,10 @@
 #include <QDir>
 #include <QUrl>
 #include <csignal>
+#include <functional>
+#include <poll.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 namespace
 {
@@ -38,11 +42,25 @@ protected:
     ~SearchProviderProcessTest() override
     {
         // Nobody else ends what the bus started; the provider would wait for its minute.
-        for (const QString &name : {m_name, QString::fromLatin1(kSearchProviderName)}) {
-            const QDBusReply<uint> id = m_connection.interface()->servicePid(name);
-            if (id.isValid())
-                kill(static_cast<pid_t>(id.value()), SIGKILL);
-        }
+        for (const QString &name : {m_name, QString::fromLatin1(kSearchProviderName)})
+            endOf(name, [](pid_t process) { kill(process, SIGKILL); });
+    }
+
+    /// Lets `end` end the program that has `name`, if there is one, and waits until it is gone with all that
+    /// it writes: the name is free before.
+    void endOf(const QString &name, const std::function<void(pid_t process)> &end)
+    {
+        const QDBusReply<uint> id = m_connection.interface()->servicePid(name);
+        if (!id.isValid())
+            return;
+        const auto process = static_cast<pid_t>(id.value());
+        pollfd handle{
+            .fd = static_cast<int>(syscall(SYS_pidfd_open, process, 0)), .events = POLLIN, .revents = 0};
+        end(process);
+        if (handle.fd < 0)
+            return;
+        poll(&handle, 1, -1);
+        close(handle.fd);
     }
 
     void run(const QStringList &arguments)
@@ -86,15 +104,9 @@ protected:
             loop.exec();
     }
 
-    /// Quits the application and waits until its name is free.
     void quitApplication()
     {
-        QDBusServiceWatcher watcher(m_name, m_connection, QDBusServiceWatcher::WatchForUnregistration);
-        QEventLoop loop;
-        QObject::connect(&watcher, &QDBusServiceWatcher::serviceUnregistered, &loop, &QEventLoop::quit);
-        runCommand(QStringLiteral("quit"));
-        if (m_connection.interface()->isServiceRegistered(m_name))
-            loop.exec();
+        endOf(m_name, [this](pid_t) { runCommand(QStringLiteral("quit")); });
     }
 
     const QStringList m_terms{QStringLiteral("knot"), QStringLiteral("some")};
