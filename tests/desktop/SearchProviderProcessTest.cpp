@@ -42,7 +42,8 @@ public:
     void await() const
     {
         pollfd ended{m_process, POLLIN, 0};
-        poll(&ended, 1, -1);
+        if (m_process >= 0) // else it has ended already
+            poll(&ended, 1, -1);
     }
 
 private:
