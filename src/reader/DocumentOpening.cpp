@@ -89,7 +89,7 @@ QCoro::Task<> DocumentOpening::open()
 void DocumentOpening::takeIfOpen()
 {
     if (state.value().stage == Stage::Opening && m_document->isOpen())
-        state = State{Stage::Open, {}};
+        take({});
 }
 
 void DocumentOpening::take(const Result<void> &opened)

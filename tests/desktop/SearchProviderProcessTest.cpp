@@ -14,7 +14,7 @@
 #include <chrono>
 #include <csignal>
 #include <poll.h>
-#include <sys/pidfd.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace
@@ -33,7 +33,7 @@ class ProcessEnd
 {
 public:
     explicit ProcessEnd(uint id)
-        : m_process(pidfd_open(static_cast<pid_t>(id), 0))
+        : m_process(static_cast<int>(syscall(SYS_pidfd_open, static_cast<pid_t>(id), 0)))
     {
     }
     ~ProcessEnd() { close(m_process); }
