@@ -14,8 +14,8 @@ public:
 
     virtual void publish(const Paper &paper) = 0;
     virtual void publish(const QList<Paper> &papers) = 0;
-    /// Publishes `papers`, which are the whole library: what was published of others is taken back. Of a paper
-    /// that was added after the list was read it is taken back as well, until the next such list.
+    /// Publishes `papers`, which are the whole library: what was published of others is taken back. Of a
+    /// paper that was added after the list was read it is taken back as well, until the next such list.
     virtual void publishLibrary(const QList<Paper> &papers) { publish(papers); }
     virtual void withdraw(const QString &paperId) = 0;
 };
