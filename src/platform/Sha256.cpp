@@ -5,6 +5,7 @@
 #include <array>
 #include <cerrno>
 #include <memory>
+#include <openssl/crypto.h>
 #include <openssl/evp.h>
 
 #include <fcntl.h>
@@ -19,6 +20,15 @@ class Sha256
 {
 public:
     Sha256() { EVP_DigestInit_ex(m_context.get(), EVP_sha256(), nullptr); }
+    ~Sha256()
+    {
+        m_context.reset();
+        // What the library keeps for the thread goes now. At the thread's end is too late where the program
+        // ends at the same time: Qt does not wait for the last steps of the threads of its pool.
+        OPENSSL_thread_stop();
+    }
+    Sha256(const Sha256 &) = delete;
+    Sha256 &operator=(const Sha256 &) = delete;
 
     void add(const char *data, size_t size) { EVP_DigestUpdate(m_context.get(), data, size); }
 

@@ -5,12 +5,42 @@
 #include "support/TestLibrary.h"
 
 #include <QCoreApplication>
+#include <condition_variable>
 #include <future>
 #include <gtest/gtest.h>
 #include <map>
+#include <mutex>
 
 namespace
 {
+
+/// Waits, when it goes, for the end of everything that holds what `hold` gave.
+class Living
+{
+public:
+    ~Living()
+    {
+        std::unique_lock lock(m_mutex);
+        m_lessened.wait(lock, [this] { return m_count == 0; });
+    }
+    /// `end` runs when nobody holds it any more.
+    std::shared_ptr<void> hold(std::function<void()> end)
+    {
+        const std::lock_guard lock(m_mutex);
+        ++m_count;
+        return {nullptr, [this, end = std::move(end)](void *) {
+                    end();
+                    const std::lock_guard ended(m_mutex);
+                    --m_count;
+                    m_lessened.notify_all();
+                }};
+    }
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable m_lessened;
+    int m_count = 0;
+};
 
 /// Documents as the test describes them, by path. One that is held opens when it is let go.
 class DocumentOpeningTest : public ::testing::Test
@@ -46,10 +76,10 @@ protected:
     /// Goes when the thread of a document of that path has ended.
     std::shared_ptr<void> endOf(const QString &path)
     {
-        return {nullptr, [this, path](void *) {
-                    if (path == held)
-                        heldEnded.set_value();
-                }};
+        return living.hold([this, path] {
+            if (path == held)
+                heldEnded.set_value();
+        });
     }
 
     void awaitStage(Stage stage)
@@ -65,6 +95,7 @@ protected:
     std::promise<void> release;
     std::promise<void> heldEnded;
     TestLibrary library;
+    Living living; ///< threads of documents, which look at what stands above
     DocumentOpening opening{library.service, [this](const QString &path) { return makeDocument(path); },
                             QStringLiteral("/first.pdf")};
 };
