@@ -15,7 +15,7 @@ struct PageColors {
     QColor paper; ///< of a page without its picture yet
     QColor ink;   ///< for words in place of a page
     QColor edge;
-    QColor selection; ///< what `blend` makes of it lies over the page
+    QColor selection; ///< multiplied with a light page, screened over a dark one; so is `lit`
     QColor lit;
     bool isDark = false;
 

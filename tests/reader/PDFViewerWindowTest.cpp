@@ -6,7 +6,6 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QMenu>
-#include <QMenuBar>
 #include <QSplitter>
 #include <QToolBar>
 #include <QToolButton>
@@ -300,46 +299,6 @@ TEST_F(PDFViewerWindowTest, ShowsTheLibraryByControlL)
     open(requestFor(threePages()));
     QTest::keyClick(&window->view(), Qt::Key_L, Qt::ControlModifier);
     EXPECT_EQ(libraryShown, 1);
-}
-
-TEST_F(PDFViewerWindowTest, FillsTheScreenByF11AndLeavesItByEscape)
-{
-    open(requestFor(threePages()));
-    QTest::keyClick(&window->view(), Qt::Key_F11);
-    EXPECT_TRUE(window->isFullScreen());
-    EXPECT_FALSE(isShown("readerToolBar"));
-    QTest::keyClick(&window->view(), Qt::Key_Escape);
-    EXPECT_FALSE(window->isFullScreen());
-    EXPECT_TRUE(isShown("readerToolBar"));
-}
-
-TEST_F(PDFViewerWindowTest, LeavesTheFullScreenAlsoWhenTheDesktopEndsIt)
-{
-    open(requestFor(threePages()));
-    actions().fullScreen->trigger();
-    window->setWindowState(Qt::WindowNoState);
-    EXPECT_FALSE(actions().fullScreen->isChecked());
-    EXPECT_TRUE(isShown("readerToolBar"));
-    EXPECT_TRUE(window->menuBar()->isVisible());
-    window->setWindowState(Qt::WindowFullScreen);
-    EXPECT_TRUE(actions().fullScreen->isChecked());
-    EXPECT_FALSE(isShown("readerToolBar"));
-}
-
-TEST_F(PDFViewerWindowTest, SearchesAndTakesPageNumbersOnTheFullScreen)
-{
-    open(requestFor(threePages()));
-    QTest::keyClick(&window->view(), Qt::Key_F11);
-    QTest::keyClick(&window->view(), Qt::Key_F, Qt::ControlModifier);
-    EXPECT_TRUE(isShown("readerToolBar"));
-    EXPECT_TRUE(find<QLineEdit>("readerSearchField")->hasFocus());
-    actions().fullScreen->setChecked(false);
-    actions().fullScreen->setChecked(true);
-    EXPECT_FALSE(isShown("readerToolBar"));
-    QTest::keyClick(&window->view(), Qt::Key_G, Qt::ControlModifier);
-    EXPECT_TRUE(isShown("readerToolBar"));
-    EXPECT_TRUE(pageNumber().hasFocus());
-    EXPECT_TRUE(window->isFullScreen());
 }
 
 TEST_F(PDFViewerWindowTest, RemembersItsSidebarAndDarkPages)
