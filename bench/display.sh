@@ -10,7 +10,7 @@ open_display() {
         return
     fi
     exec {display_numbers}<> <(:)
-    Xvfb -displayfd "$display_numbers" -screen 0 1280x1100x24 -nolisten tcp 2>/dev/null &
+    Xvfb -displayfd "$display_numbers" -screen 0 1280x1100x24 -nolisten tcp -noreset 2>/dev/null &
     display_process=$!
     read -r -t 20 -u "$display_numbers" number || { say "Xvfb does not start" && return 1; }
     export DISPLAY=:$number QT_QPA_PLATFORM=xcb

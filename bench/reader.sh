@@ -12,7 +12,12 @@ measure_reader() {
     local pages
     open_display
     for pages in 10 1370 500 5000; do reader_document "$pages" >/dev/null; done
-    for pages in 10 1370; do first_page_figure "$pages"; done
+    for pages in 10 1370; do first_page_figure "$pages" "without a desktop" XDG_CURRENT_DESKTOP=; done
+    if compgen -G "/usr/lib/*/qt6/plugins/platformthemes/libqgtk3.so" >/dev/null; then
+        for pages in 10 1370; do first_page_figure "$pages" "as GNOME starts it" XDG_CURRENT_DESKTOP=GNOME; done
+    else
+        say "no GTK theme for Qt (qt6-gtk-platformtheme): not measured as GNOME starts it"
+    fi
     arrival_figures
     "$programs/quirevault-bench-reader" scroll "$(reader_document 500)" 60 >"$work/reader-scroll"
     reader_figure reader-scroll "longest frame ms" "scrolling a page a second: longest frame" ms "most 16"
@@ -35,22 +40,23 @@ reader_figure() {
     figure "$3" "$(awk -F '\t' -v key="$2" '$1 == key { print $2 }' "$work/$1")" - "$4" "$5"
 }
 
+# first_page_figure PAGES TITLE VARIABLE=VALUE: a program in GNOME loads and asks GTK before its first window.
 first_page_figure() {
-    local run file
+    local run file environment=$3
     file=$(reader_document "$1")
     rm -f "$work"/reader-{ours,floor}.times
     for ((run = 0; run < reader_runs; run++)); do
         milliseconds_to_paint quirevault-bench-reader-floor "$file" >>"$work/reader-floor.times"
         milliseconds_to_paint quirevault-bench-reader-window show "$file" >>"$work/reader-ours.times"
     done
-    figure "first page of $1 painted" "$(median <"$work/reader-ours.times")" \
+    figure "first page of $1 painted, $2" "$(median <"$work/reader-ours.times")" \
         "$(median <"$work/reader-floor.times")" ms "ratio-most 1.4"
 }
 
-# milliseconds_to_paint PROGRAM ARGUMENTS...: the program prints when it has painted.
+# milliseconds_to_paint PROGRAM ARGUMENTS...: in $environment; the program prints when it has painted.
 milliseconds_to_paint() {
     local start=${EPOCHREALTIME/./} painted
-    painted=$(in_home "$work/reader-home" "$programs/$1" "${@:2}" | tail -n 1)
+    painted=$(in_home "$work/reader-home" env "$environment" "$programs/$1" "${@:2}" | tail -n 1)
     awk -v microseconds=$((painted - start)) 'BEGIN { printf "%.2f\n", microseconds / 1000 }'
 }
 

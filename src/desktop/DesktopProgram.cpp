@@ -13,7 +13,6 @@
 #include "platform/ApplicationInterface.h"
 #include "platform/Paths.h"
 #include "reader/ReaderServices.h"
-#include "reader/ThemeIcon.h"
 #include "search/NativeSearchService.h"
 #include "store/BookmarkEvents.h"
 #include "store/NativeLibraryService.h"
@@ -50,13 +49,10 @@ std::unique_ptr<QApplication> makeApplication(int &argc, char **argv)
     // to connect to the display.
     const std::jthread fonts([] { FcInit(); });
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Quirevault"));
-    const auto identity = QStringLiteral("org.quirevault.Quirevault");
-    QGuiApplication::setDesktopFileName(identity);
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.quirevault.Quirevault"));
     const QtMessageHandler before = qInstallMessageHandler(explainMissingDisplay);
     auto application = std::make_unique<QApplication>(argc, argv);
     qInstallMessageHandler(before);
-    // Windows carry it themselves on X11; elsewhere the desktop file names it.
-    QGuiApplication::setWindowIcon(themeIcon(identity));
     return application;
 }
 

@@ -112,6 +112,8 @@ Q_SIGNALS:
     void zoomChanged();
     /// The last picture of what is visible has come.
     void becameSharp();
+    /// The first time that all of what is visible was painted from its own pictures, and nothing else waits.
+    void firstShown();
     /// A link to the web was followed.
     void linkActivated(const QUrl &address);
     void bookmarkRequested();
@@ -173,6 +175,7 @@ private:
     QAction *m_searchAction;
     ReaderDocument *m_document = nullptr;
     bool m_isDark = false;
+    bool m_wasShown = false;
     bool m_isSettingScrollBars = false;
     double m_scrollUnit = 1;          ///< pixels a step of the vertical scroll bar
     std::optional<qint64> m_jumpedTo; ///< the page that was asked for, until one scrolls

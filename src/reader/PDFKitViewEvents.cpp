@@ -14,6 +14,7 @@
 #include <QPainter>
 #include <QPinchGesture>
 #include <QScrollBar>
+#include <QTimer>
 #include <QToolTip>
 #include <QWheelEvent>
 #include <cmath>
@@ -82,6 +83,10 @@ void PDFKitView::paintEvent(QPaintEvent *)
         pages.paintPage(page, colors);
         const QColor mark = m_selector.isGiven() ? colors.faded(colors.lit, litStrength()) : colors.selection;
         pages.paintMarks(page, m_selector.rectanglesOn(page), mark, m_isDark);
+    }
+    if (!m_wasShown && isSharp()) {
+        m_wasShown = true;
+        QTimer::singleShot(0, this, &PDFKitView::firstShown);
     }
 }
 

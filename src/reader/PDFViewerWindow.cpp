@@ -15,6 +15,12 @@
 #include <QSplitter>
 #include <QStackedWidget>
 
+namespace
+{
+/// How long the icons wait for a page that may take its time. Chosen: nobody misses them for so long.
+constexpr std::chrono::milliseconds kIconPatience{250};
+} // namespace
+
 PDFViewerWindow::PDFViewerWindow(const PDFOpenRequest &request, ReaderServices services)
     : m_services(std::move(services))
     , m_original(request)
@@ -69,6 +75,7 @@ void PDFViewerWindow::makeParts()
     m_layout->restore();
     connectActions();
     connectView();
+    m_iconPatience = m_services.clock.callAfter(kIconPatience, [this] { showIcons(); });
 }
 
 void PDFViewerWindow::connectActions()
@@ -99,6 +106,7 @@ void PDFViewerWindow::connectView()
     };
     connect(&m_toolBar->pageField(), &PageField::done, this, toDocument);
     connect(&m_toolBar->searchField(), &ReaderSearchField::leaving, this, toDocument);
+    connect(m_view, &PDFKitView::firstShown, this, &PDFViewerWindow::showIcons);
     connect(m_view, &PDFKitView::bookmarkRequested, this, &PDFViewerWindow::askForBookmark);
     connect(m_view, &PDFKitView::hitMarkActivated, m_controller.get(), &PDFViewerController::goToHit);
     connect(m_view, &PDFKitView::librarySearchRequested, this, [this](const QString &text) {

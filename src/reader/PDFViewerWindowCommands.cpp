@@ -10,6 +10,7 @@
 #include "reader/ReaderSearchField.h"
 #include "reader/ReaderSidebar.h"
 #include "reader/ReaderToolBar.h"
+#include "reader/ThemeIcon.h"
 #include "store/NativeLibraryService.h"
 
 #include <QCloseEvent>
@@ -19,6 +20,14 @@
 #include <QPushButton>
 #include <QStackedWidget>
 #include <qcorofuture.h>
+
+void PDFViewerWindow::showIcons()
+{
+    if (!std::exchange(m_iconPatience, nullptr))
+        return;
+    m_actions->showIcons();
+    setWindowIcon(programIcon());
+}
 
 void PDFViewerWindow::showState()
 {
@@ -97,6 +106,8 @@ void PDFViewerWindow::showOnly(QWidget *page)
 {
     const bool hadFocus = m_pages->isAncestorOf(focusWidget()) || !focusWidget();
     m_pages->setCurrentWidget(page);
+    if (page != m_view)
+        showIcons(); // no page will come for which they would have to wait
     if (hadFocus)
         page->setFocus();
 }

@@ -54,6 +54,10 @@ QList<QRectF> joined(QList<QRectF> rectangles)
 
 /// Widths in pixels of the viewport and strengths of the rings that make a page's shadow.
 constexpr std::array<std::pair<int, int>, 3> kShadow = {{{3, 10}, {2, 18}, {1, 40}}};
+
+/// Qt spreads a translucent filling of 96 rows and more over threads, and waits for them longer than it takes to
+/// fill a thin edge.
+constexpr int kRowsAtOnce = 64;
 } // namespace
 
 PageColors PageColors::from(const QPalette &palette, bool isDark)
@@ -165,8 +169,10 @@ void PagePainter::paintEdge(const QRect &page, const PageColors &colors)
 
 void PagePainter::fill(const QRegion &region, const QColor &color)
 {
-    for (const QRect &part : region)
-        m_painter.fillRect(part, color);
+    for (const QRect &part : region) {
+        for (int y = part.top(); y <= part.bottom(); y += kRowsAtOnce)
+            m_painter.fillRect(part & QRect(part.x(), y, part.width(), kRowsAtOnce), color);
+    }
 }
 
 QRect PagePainter::screen() const

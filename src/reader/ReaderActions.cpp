@@ -14,6 +14,7 @@ ReaderActions::ReaderActions(PDFKitView &view, PDFViewerController &controller, 
 {
     makeViewActions();
     makeWindowActions();
+    makeMoreMenu();
     connectToView(controller);
 }
 
@@ -32,7 +33,8 @@ QAction *ReaderActions::add(const char *name, const QString &text, ReaderSymbol 
                             const QKeySequence &shortcut)
 {
     QAction *action = add(name, text, shortcut);
-    action->setIcon(readerIcon(symbol));
+    action->setIcon(blankIcon());
+    m_symbols.emplace_back(action, symbol);
     return action;
 }
 
@@ -123,11 +125,18 @@ void ReaderActions::fillMenuBar(QMenuBar &menuBar) const
     go->addAction(showLibrary);
 }
 
-QMenu *ReaderActions::makeMoreMenu(QWidget *parent) const
+void ReaderActions::makeMoreMenu()
 {
-    auto *menu = new QMenu(parent);
+    more = add("more", QStringLiteral("More"), ReaderSymbol::More);
+    auto *menu = new QMenu(m_window);
     menu->addActions({fitWidth, fitPage, rotateLeft});
     menu->addSeparator();
     menu->addActions({print, fullScreen, showLibrary});
-    return menu;
+    more->setMenu(menu);
+}
+
+void ReaderActions::showIcons()
+{
+    for (const auto &[action, symbol] : std::exchange(m_symbols, {}))
+        action->setIcon(readerIcon(symbol));
 }

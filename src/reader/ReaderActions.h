@@ -4,6 +4,8 @@
 
 #include <QKeySequence>
 #include <QObject>
+#include <utility>
+#include <vector>
 
 class PDFKitView;
 class PDFViewerController;
@@ -46,18 +48,24 @@ public:
     QAction *showLibrary;
     QAction *close;
 
+    /// What the tool bar has no room for: a menu.
+    QAction *more;
+
+    /// Until then they are blank: the first icon takes longer to find than a page takes to draw.
+    void showIcons();
+
     void fillMenuBar(QMenuBar &menuBar) const;
-    /// What the tool bar has no room for.
-    QMenu *makeMoreMenu(QWidget *parent) const;
 
 private:
     QAction *add(const char *name, const QString &text, const QKeySequence &shortcut = {});
     QAction *add(const char *name, const QString &text, ReaderSymbol symbol,
                  const QKeySequence &shortcut = {});
+    void makeMoreMenu();
     void makeViewActions();
     void makeWindowActions();
     void connectToView(PDFViewerController &controller);
 
     PDFKitView &m_view;
     QWidget *m_window;
+    std::vector<std::pair<QAction *, ReaderSymbol>> m_symbols;
 };

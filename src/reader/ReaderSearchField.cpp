@@ -1,7 +1,6 @@
 #include "reader/ReaderSearchField.h"
 
 #include "reader/PDFViewerController.h"
-#include "reader/ReaderSymbols.h"
 
 #include <QKeyEvent>
 
@@ -19,7 +18,6 @@ ReaderSearchField::ReaderSearchField(PDFViewerController &controller, QWidget *p
     setAccessibleName(QStringLiteral("Search this paper"));
     setPlaceholderText(QStringLiteral("Power Search (e.g. attention AND transformer*)"));
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-    addAction(readerIcon(ReaderSymbol::Search), LeadingPosition);
     connect(this, &QLineEdit::textChanged, this,
             [this](const QString &text) { m_controller.searchText = text; });
     // Not before there is something to clear: its icon takes milliseconds to find, and the page waits.

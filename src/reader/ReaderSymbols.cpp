@@ -32,6 +32,13 @@ constexpr std::array kThemeNames = {
 static_assert(kThemeNames.size() == static_cast<std::size_t>(ReaderSymbol::Locked) + 1);
 } // namespace
 
+QIcon blankIcon()
+{
+    QPixmap nothing(1, 1);
+    nothing.fill(Qt::transparent);
+    return QIcon(nothing);
+}
+
 QIcon readerIcon(ReaderSymbol symbol)
 {
     return themeIcon(QString::fromLatin1(kThemeNames.at(static_cast<std::size_t>(symbol))));

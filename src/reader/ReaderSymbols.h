@@ -27,3 +27,6 @@ enum class ReaderSymbol {
 };
 
 QIcon readerIcon(ReaderSymbol symbol);
+
+/// Takes the room of an icon that is not looked for yet.
+QIcon blankIcon();

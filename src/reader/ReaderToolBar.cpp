@@ -5,7 +5,6 @@
 #include "reader/ReaderSearchField.h"
 
 #include <QAction>
-#include <QMenu>
 #include <QToolButton>
 
 namespace
@@ -25,6 +24,7 @@ ReaderToolBar::ReaderToolBar(ReaderActions &actions, PDFViewerController &contro
     setContextMenuPolicy(Qt::PreventContextMenu);
     setIconSize(kIconSize);
     m_searchField->setMinimumWidth(kLeastSearchWidth);
+    m_searchField->addAction(actions.find, QLineEdit::LeadingPosition);
 
     addActions({actions.sidebar, actions.back, actions.forward});
     addSeparator();
@@ -37,18 +37,13 @@ ReaderToolBar::ReaderToolBar(ReaderActions &actions, PDFViewerController &contro
     addWidget(m_searchField);
     addSeparator();
     addActions({actions.bookmarkSelection, actions.darkMode, actions.rotateRight});
-    addMoreButton(actions);
+    addMenu(actions.more);
 }
 
-void ReaderToolBar::addMoreButton(ReaderActions &actions)
+void ReaderToolBar::addMenu(QAction *action)
 {
-    auto *more = new QToolButton(this);
-    more->setObjectName(QStringLiteral("more"));
-    more->setText(QStringLiteral("More"));
-    more->setToolTip(QStringLiteral("More"));
-    more->setAccessibleName(QStringLiteral("More"));
-    more->setIcon(readerIcon(ReaderSymbol::More));
-    more->setPopupMode(QToolButton::InstantPopup);
-    more->setMenu(actions.makeMoreMenu(more));
-    addWidget(more);
+    addAction(action);
+    auto *button = qobject_cast<QToolButton *>(widgetForAction(action));
+    button->setObjectName(action->objectName());
+    button->setPopupMode(QToolButton::InstantPopup);
 }

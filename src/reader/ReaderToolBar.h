@@ -20,7 +20,7 @@ public:
     ReaderSearchField &searchField() { return *m_searchField; }
 
 private:
-    void addMoreButton(ReaderActions &actions);
+    void addMenu(QAction *action);
 
     PageField *m_pageField;
     ReaderSearchField *m_searchField;

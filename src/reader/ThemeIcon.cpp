@@ -59,3 +59,8 @@ QIcon themeIcon(const QString &name)
     chooseTheme();
     return QIcon::hasThemeIcon(name) ? QIcon::fromTheme(name) : breezeFile(name);
 }
+
+QIcon programIcon()
+{
+    return themeIcon(QGuiApplication::desktopFileName());
+}

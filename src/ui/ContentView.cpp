@@ -2,6 +2,7 @@
 
 #include "app/LibraryCommands.h"
 #include "app/LibraryViewModel.h"
+#include "reader/ThemeIcon.h"
 #include "ui/Alert.h"
 #include "ui/ClosingQuestion.h"
 #include "ui/DragContent.h"
@@ -59,6 +60,7 @@ ContentView::ContentView(Collaborators with, QWidget *parent)
 {
     setObjectName(QStringLiteral("libraryWindow"));
     setWindowTitle(QStringLiteral("Library"));
+    setWindowIcon(programIcon());
     addToolBar(m_toolBar);
     addLibraryMenus(this, m_commands, *m_windowCommands);
     addPanes();

@@ -92,7 +92,7 @@ TEST_F(PDFViewerWindowEnd, ComesWhileItsDialogsAndMenusAreOpen)
     openPaper();
     actions().print->trigger();
     actions().bookmarkSelection->trigger();
-    find<QToolButton>("more")->menu()->popup(window->pos());
+    actions().more->menu()->popup(window->pos());
     EXPECT_TRUE(window->findChild<QPrintDialog *>());
     EXPECT_TRUE(window->findChild<QDialog *>(QStringLiteral("bookmarkAlert")));
     QContextMenuEvent menu(QContextMenuEvent::Mouse, {5, 5},

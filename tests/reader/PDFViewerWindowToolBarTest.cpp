@@ -32,7 +32,7 @@ protected:
 
     void choose(const QAction *action)
     {
-        QMenu *menu = find<QToolButton>("more")->menu();
+        QMenu *menu = actions().more->menu();
         menu->popup(window->pos());
         QTest::mouseClick(menu, Qt::LeftButton, {},
                           menu->actionGeometry(const_cast<QAction *>(action)).center());
