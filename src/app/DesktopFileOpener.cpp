@@ -1,5 +1,7 @@
 #include "app/DesktopFileOpener.h"
 
+#include "platform/SlowWork.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
@@ -177,5 +179,5 @@ void DesktopFileOpener::ask(std::function<Answer()> question, std::function<void
         watcher->deleteLater();
         go(watcher->result());
     });
-    watcher->setFuture(QtConcurrent::run(std::move(question)));
+    watcher->setFuture(QtConcurrent::run(slowWork(), std::move(question)));
 }

@@ -3,6 +3,7 @@
 #include "pdf/EngineDocument.h"
 #include "platform/InputFile.h"
 #include "platform/Sha256.h"
+#include "platform/SlowWork.h"
 #include "reader/ReaderDocument.h"
 #include "store/NativeLibraryService.h"
 
@@ -158,7 +159,7 @@ QCoro::Task<QString> DocumentOpening::refusalOf(QString newPath)
         co_return QString(); // nothing to compare it with
     const QPointer self(this);
     const QString id = *paperId.value();
-    const QFuture<Result<QString>> hashing = QtConcurrent::run(contentHashOf, newPath);
+    const QFuture<Result<QString>> hashing = QtConcurrent::run(slowWork(), contentHashOf, newPath);
     const Result<QString> hash = co_await hashing;
     if (!self)
         co_return QString();

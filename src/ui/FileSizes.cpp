@@ -1,5 +1,7 @@
 #include "ui/FileSizes.h"
 
+#include "platform/SlowWork.h"
+
 #include <QFileInfo>
 #include <QFutureWatcher>
 #include <QPromise>
@@ -43,7 +45,7 @@ void FileSizes::readBatch()
             Q_EMIT arrived(key, bytes);
     });
     watcher->setFuture(promise->future());
-    QThreadPool::globalInstance()->start([promise, batch = std::exchange(m_batch, {})] {
+    slowWork()->start([promise, batch = std::exchange(m_batch, {})] {
         promise->addResult(read(batch));
         promise->finish();
     });

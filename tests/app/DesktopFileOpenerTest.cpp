@@ -1,5 +1,6 @@
 #include "app/DesktopFileOpener.h"
 
+#include "support/BusyThreads.h"
 #include "support/Printing.h"
 #include "support/TemporaryFolder.h"
 
@@ -145,6 +146,14 @@ TEST_F(DesktopFileOpenerTest, OpensAFileInTheProgramThatTheUserPrefers)
     EXPECT_EQ(open(path), std::nullopt);
     EXPECT_EQ(startedArguments(), QList<QStringList>{QStringList({QStringLiteral("--b"), path})});
     EXPECT_TRUE(started.first().program.startsWith(u'/'));
+}
+
+TEST_F(DesktopFileOpenerTest, NeedsNoneOfTheThreadsThatQtPaintsWith)
+{
+    viewer(QStringLiteral("a"), "true %f");
+    const BusyThreads busy;
+    EXPECT_EQ(open(file(QStringLiteral("a.pdf"))), std::nullopt);
+    EXPECT_EQ(startedArguments().size(), 1);
 }
 
 TEST_F(DesktopFileOpenerTest, OpensFilesOfTheTypeThatItIsForOrThatTheirNamesTell)

@@ -31,14 +31,16 @@ protected:
     bool areBlank() const
     {
         const QList<QAction *> all = tools();
-        return std::all_of(all.begin(), all.end(),
-                           [](const QAction *tool) { return tool->icon().availableSizes() == QList{QSize(1, 1)}; });
+        return std::all_of(all.begin(), all.end(), [](const QAction *tool) {
+            return tool->icon().availableSizes() == QList{QSize(1, 1)};
+        });
     }
     bool areThere() const
     {
         const QList<QAction *> all = tools();
-        return std::none_of(all.begin(), all.end(),
-                            [](const QAction *tool) { return tool->icon().availableSizes() == QList{QSize(1, 1)}; });
+        return std::none_of(all.begin(), all.end(), [](const QAction *tool) {
+            return tool->icon().availableSizes() == QList{QSize(1, 1)};
+        });
     }
 
     void awaitIcons()
@@ -97,7 +99,8 @@ TEST_F(PDFViewerWindowIcons, ComeAQuarterOfASecondLaterWhenNoPageDoes)
     std::promise<void> end;
     services.makeDocument = [mayEnd = end.get_future().share()](const QString &) {
         return std::make_unique<ReaderDocument>(
-            [mayEnd](const std::optional<QString> &, std::stop_token) -> Result<std::unique_ptr<PDFDocument>> {
+            [mayEnd](const std::optional<QString> &,
+                     std::stop_token) -> Result<std::unique_ptr<PDFDocument>> {
                 mayEnd.wait();
                 return cancelledError();
             });

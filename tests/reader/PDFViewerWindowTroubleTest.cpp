@@ -2,6 +2,7 @@
 
 #include "platform/InputFile.h"
 #include "platform/Sha256.h"
+#include "support/BusyThreads.h"
 
 #include <QFileDialog>
 #include <QLabel>
@@ -119,6 +120,20 @@ TEST_F(PDFViewerWindowTrouble, TakesALocatedFileOfTheSameContentAndTellsTheLibra
     EXPECT_EQ(library.service.paperById(QStringLiteral("p")).result()->value().filepath, moved);
     EXPECT_EQ(window->request().url, QUrl::fromLocalFile(moved));
     EXPECT_EQ(reader().pageCount, 2);
+}
+
+TEST_F(PDFViewerWindowTrouble, LooksAtALocatedFileWithoutTheThreadsThatQtPaintsWith)
+{
+    const QString moved = page("moved.pdf", "text");
+    const QString gone = library.folder.path(QStringLiteral("gone.pdf"));
+    addPaper(QStringLiteral("p"), gone, hashOf(moved));
+    PDFOpenRequest request = requestFor(gone);
+    request.paperId = QStringLiteral("p");
+    open(request);
+    const BusyThreads busy;
+    window->opening().locate(moved);
+    awaitStage(Stage::Open);
+    EXPECT_EQ(window->request().url, QUrl::fromLocalFile(moved));
 }
 
 TEST_F(PDFViewerWindowTrouble, TakesALocatedFileThoughAnotherPaperHasTheSameContent)

@@ -1,0 +1,10 @@
+#pragma once
+
+class QThreadPool;
+
+/// Threads for what takes as long as a disk or another program does. From any thread; at the end of the
+/// program they are waited for.
+///
+/// Never those of QThreadPool::globalInstance(): Qt fills and scales pictures on them and waits for it, so a
+/// window that is painted would wait for the disk.
+QThreadPool *slowWork();
