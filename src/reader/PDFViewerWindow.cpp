@@ -17,8 +17,8 @@
 
 namespace
 {
-/// How long the icons wait for a page that may take its time. Chosen: nobody misses them for so long.
-constexpr std::chrono::milliseconds kIconPatience{250};
+/// How long the rest waits for a page that may take its time. Chosen: nobody misses it for so long.
+constexpr std::chrono::milliseconds kPagePatience{250};
 } // namespace
 
 PDFViewerWindow::PDFViewerWindow(const PDFOpenRequest &request, ReaderServices services)
@@ -40,7 +40,6 @@ PDFViewerWindow::PDFViewerWindow(const PDFOpenRequest &request, ReaderServices s
     m_opening->takeIfOpen();
     moveTo(m_opening->path);
     showState();
-    findPaper();
 }
 
 PDFViewerWindow::~PDFViewerWindow()
@@ -75,7 +74,7 @@ void PDFViewerWindow::makeParts()
     m_layout->restore();
     connectActions();
     connectView();
-    m_iconPatience = m_services.clock.callAfter(kIconPatience, [this] { showIcons(); });
+    m_pagePatience = m_services.clock.callAfter(kPagePatience, [this] { showWhatCanWait(); });
 }
 
 void PDFViewerWindow::connectActions()
@@ -106,7 +105,7 @@ void PDFViewerWindow::connectView()
     };
     connect(&m_toolBar->pageField(), &PageField::done, this, toDocument);
     connect(&m_toolBar->searchField(), &ReaderSearchField::leaving, this, toDocument);
-    connect(m_view, &PDFKitView::firstShown, this, &PDFViewerWindow::showIcons);
+    connect(m_view, &PDFKitView::firstShown, this, &PDFViewerWindow::showWhatCanWait);
     connect(m_view, &PDFKitView::bookmarkRequested, this, &PDFViewerWindow::askForBookmark);
     connect(m_view, &PDFKitView::hitMarkActivated, m_controller.get(), &PDFViewerController::goToHit);
     connect(m_view, &PDFKitView::librarySearchRequested, this, [this](const QString &text) {

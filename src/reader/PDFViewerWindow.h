@@ -55,7 +55,7 @@ private:
     void connectView();
     void observe();
 
-    void showIcons();
+    void showWhatCanWait();
     void showState();
     void showDocument();
     void showFailure(const QString &problem);
@@ -94,7 +94,7 @@ private:
     PasswordPage *m_passwordPage = nullptr;
     PrintFlow *m_printFlow = nullptr;
     std::unique_ptr<ReaderLayout> m_layout;
-    std::unique_ptr<PendingCall> m_iconPatience; ///< none once the icons are shown
+    std::unique_ptr<PendingCall> m_pagePatience; ///< none once what can wait for the page is shown
     std::vector<QPropertyNotifier> m_observers;
 };
 

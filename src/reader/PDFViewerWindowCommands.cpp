@@ -21,10 +21,11 @@
 #include <QStackedWidget>
 #include <qcorofuture.h>
 
-void PDFViewerWindow::showIcons()
+void PDFViewerWindow::showWhatCanWait()
 {
-    if (!std::exchange(m_iconPatience, nullptr))
+    if (!std::exchange(m_pagePatience, nullptr))
         return;
+    findPaper();
     m_actions->showIcons();
     setWindowIcon(programIcon());
 }
@@ -107,7 +108,7 @@ void PDFViewerWindow::showOnly(QWidget *page)
     const bool hadFocus = m_pages->isAncestorOf(focusWidget()) || !focusWidget();
     m_pages->setCurrentWidget(page);
     if (page != m_view)
-        showIcons(); // no page will come for which they would have to wait
+        showWhatCanWait(); // no page will come for which it would have to
     if (hadFocus)
         page->setFocus();
 }

@@ -41,10 +41,20 @@ public:
 private:
     void run(const QString &path)
     {
+        if (!awaitFirstTask())
+            return;
         QDir().mkpath(QFileInfo(path).absolutePath()); // a failure shows when the file is opened
         Database database(path);
         while (const Task task = next(database))
             task(database);
+    }
+
+    /// False when the end comes without one.
+    bool awaitFirstTask()
+    {
+        std::unique_lock lock(m_mutex);
+        m_wake.wait(lock, [this] { return isNeeded(); });
+        return !m_personWaits.empty() || !m_background.empty();
     }
 
     /// Waits for the next task; an empty one when all are done and no more may come.
