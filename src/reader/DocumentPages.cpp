@@ -91,9 +91,9 @@ void DocumentPages::ask(const PlannedJob &planned, std::stop_token stop, Answere
     }
 }
 
-void DocumentPages::handOverPictures()
+void DocumentPages::handOver(PageJob::Kind kind)
 {
-    const QObjectList children = m_picturing.children();
+    const QObjectList children = m_answering.at(size_t(kind)).children();
     const QList<QPointer<QObject>> waiting(children.begin(), children.end());
     for (const QPointer<QObject> &child : waiting) { // the first answer may end them all
         auto *watcher = static_cast<Watcher *>(child.data());
@@ -108,8 +108,7 @@ void DocumentPages::pass(const PlannedJob &planned, std::stop_token stop, Answer
 {
     const auto priority =
         planned.isVisible ? ReaderDocument::Priority::Visible : ReaderDocument::Priority::Ahead;
-    const bool isPicture = planned.job.kind == PageJob::Kind::Picture;
-    auto *watcher = new Watcher(isPicture ? &m_picturing : &m_answering);
+    auto *watcher = new Watcher(&m_answering.at(size_t(planned.job.kind)));
     QObject::connect(watcher, &QFutureWatcherBase::finished, watcher,
                      [watcher, answered = std::move(answered)] {
                          watcher->disconnect(); // once, whoever asks for it

@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <array>
 
 class ReaderDocument;
 
@@ -19,7 +20,7 @@ public:
     bool isOpen() const override;
     qint64 pageCount() const override;
     void ask(const PlannedJob &planned, std::stop_token stop, Answered answered) override;
-    void handOverPictures() override;
+    void handOver(PageJob::Kind kind) override;
 
 private:
     template <typename Request>
@@ -27,6 +28,5 @@ private:
 
     QPointer<ReaderDocument> m_document;
     // No answer comes after they are gone.
-    QObject m_answering;
-    QObject m_picturing; ///< what waits for pictures
+    std::array<QObject, 4> m_answering; ///< by the job's kind
 };

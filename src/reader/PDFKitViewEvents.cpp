@@ -71,7 +71,7 @@ void PDFKitView::paintEvent(QPaintEvent *)
 {
     if (devicePixelRatioF() != m_fetchedPixelRatio) // the window came to another screen
         fetch();
-    m_stock.takePictures();
+    m_stock.take(PageJob::Kind::Picture);
     QPainter painter(viewport());
     PagePainter pages(painter, m_viewpoint, m_stock, devicePixelRatioF());
     const PageColors colors = PageColors::from(palette(), m_isDark);
@@ -119,8 +119,10 @@ void PDFKitView::advanceFrame()
 
 bool PDFKitView::event(QEvent *event)
 {
-    if (event->type() == QEvent::Show)
+    if (event->type() == QEvent::Show) {
+        m_stock.take(PageJob::Kind::Sizes); // so that pictures are asked for before the window is painted
         fetch();
+    }
     return QAbstractScrollArea::event(event);
 }
 

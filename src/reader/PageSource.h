@@ -21,6 +21,6 @@ public:
     /// Calls `answered` later, once: with what the kind of the job asks for, with the failure, or with
     /// `cancelledError` once `stop` has fired. Never after this object is gone.
     virtual void ask(const PlannedJob &planned, std::stop_token stop, Answered answered) = 0;
-    /// Calls `answered` now for pictures that are there and whose turn has not come yet.
-    virtual void handOverPictures() {}
+    /// Calls `answered` now for answers of this kind that are there and whose turn has not come yet.
+    virtual void handOver(PageJob::Kind) {}
 };

@@ -40,10 +40,10 @@ void PageStock::fetch(const Need &need)
         planReading({need.viewpoint, need.pixelRatio, need.isDark, need.selected, m_cache, m_contents}));
 }
 
-void PageStock::takePictures()
+void PageStock::take(PageJob::Kind kind)
 {
     if (m_source)
-        m_source->handOverPictures();
+        m_source->handOver(kind);
 }
 
 bool PageStock::hasFailed(const PageTile &tile) const

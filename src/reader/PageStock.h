@@ -28,8 +28,9 @@ public:
     };
     /// Fetches what is missing, and stops what is fetched in vain.
     void fetch(const Need &need);
-    /// Takes pictures that have come while the main thread did something else. To be called before painting.
-    void takePictures();
+    /// Takes answers that have come while the main thread did something else: pictures before painting, sizes
+    /// before what depends on them.
+    void take(PageJob::Kind kind);
 
     PageCache &cache() { return m_cache; }
     const PageCache &cache() const { return m_cache; }
