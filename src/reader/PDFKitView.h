@@ -97,6 +97,9 @@ public:
     /// Whether every visible page is drawn as sharply as the screen shows it, or cannot be drawn at all.
     bool isSharp() const;
 
+    /// Takes the sizes of pages that have come, without waiting for their event.
+    void takeSizes() { m_stock.take(PageJob::Kind::Sizes); }
+
     const Viewpoint &viewpoint() const { return m_viewpoint; }
     const PageContents &contents() const { return m_stock.contents(); }
     const PageCache &cache() const { return m_stock.cache(); }

@@ -105,7 +105,8 @@ void PDFViewerWindow::connectView()
     };
     connect(&m_toolBar->pageField(), &PageField::done, this, toDocument);
     connect(&m_toolBar->searchField(), &ReaderSearchField::leaving, this, toDocument);
-    connect(m_view, &PDFKitView::firstShown, this, &PDFViewerWindow::showWhatCanWait);
+    // Queued behind everything that waits by then.
+    connect(m_view, &PDFKitView::firstShown, this, &PDFViewerWindow::showWhatCanWait, Qt::QueuedConnection);
     connect(m_view, &PDFKitView::bookmarkRequested, this, &PDFViewerWindow::askForBookmark);
     connect(m_view, &PDFKitView::hitMarkActivated, m_controller.get(), &PDFViewerController::goToHit);
     connect(m_view, &PDFKitView::librarySearchRequested, this, [this](const QString &text) {
@@ -145,9 +146,16 @@ void PDFViewerWindow::observe()
         [this] { m_actions->forward->setEnabled(m_controller->canGoForward); }));
 }
 
+void PDFViewerWindow::takeWhatCame()
+{
+    m_opening->takeIfOpen();
+    m_view->takeSizes();
+}
+
 PDFViewerWindow *openPDFViewerWindow(const PDFOpenRequest &request, const ReaderServices &services)
 {
     auto *window = new PDFViewerWindow(request, services);
     window->show();
+    window->takeWhatCame();
     return window;
 }
