@@ -8,6 +8,7 @@
 #include "app/RestoreGuard.h"
 #include "app/Services.h"
 #include "app/SessionManager.h"
+#include "desktop/DocumentAhead.h"
 #include "desktop/ServiceStart.h"
 #include "desktop/Windows.h"
 #include "platform/ApplicationInterface.h"
@@ -66,6 +67,11 @@ DesktopFileOpener::Desktop openerOfPackages()
 
 /// Everything that lives as long as the program runs, in the order in which it needs each other.
 struct Parts {
+    explicit Parts(const QList<PDFOpenRequest> &requests)
+        : ahead(requests)
+    {
+    }
+
     OpenedWindow makeLibraryWindow(QuirevaultApp &application)
     {
         // Before the window is made, so that the database reads while it is.
@@ -88,22 +94,25 @@ struct Parts {
 
     OpenedWindow makeReaderWindow(const PDFOpenRequest &request)
     {
-        const ReaderServices readerServices{.library = services.library(),
-                                            .bookmarkEvents = BookmarkEvents::shared(),
-                                            .searchInPaper =
-                                                [this](const QString &paperId, const QString &query) {
-                                                    return services.search().searchInPaper(paperId, query);
-                                                },
-                                            .clock = services.clock(),
-                                            .preferences = services.preferences(),
-                                            .showLibrary = [this] { app.openLibraryWindow(); },
-                                            .searchInLibrary =
-                                                [this](const QString &text) {
-                                                    app.search(text);
-                                                }};
+        const ReaderServices readerServices{
+            .library = services.library(),
+            .bookmarkEvents = BookmarkEvents::shared(),
+            .searchInPaper =
+                [this](const QString &paperId, const QString &query) {
+                    return services.search().searchInPaper(paperId, query);
+                },
+            .clock = services.clock(),
+            .preferences = services.preferences(),
+            .showLibrary = [this] { app.openLibraryWindow(); },
+            .searchInLibrary = [this](const QString &text) { app.search(text); },
+            .makeDocument =
+                [this](const QString &path) {
+                    return ahead.take(path);
+                }};
         return showReaderWindow(request, readerServices, sessions, [this] { return app.isQuitting(); });
     }
 
+    DocumentAhead ahead;
     bool hasLoadedLibrary = false;
     Services services{ServiceLocations::ofTheUser()};
     SessionManager sessions{sessionFilePath(), services.clock()};
@@ -144,7 +153,7 @@ bool hasWindow()
 
 int runLibrary(SingleInstance &instance, const QList<PDFOpenRequest> &requests, bool isService)
 {
-    Parts parts;
+    Parts parts(requests);
     QuirevaultApp &app = parts.app;
     instance.setHandlers(
         {.activate = [&app] { app.reopen(); },

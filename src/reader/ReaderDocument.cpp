@@ -5,6 +5,7 @@
 #include <QGlobalStatic>
 #include <QThreadPool>
 #include <limits>
+#include <utility>
 
 namespace
 {
@@ -39,7 +40,13 @@ ReaderDocument::~ReaderDocument()
 
 QFuture<Result<void>> ReaderDocument::open(const std::optional<QString> &password)
 {
-    return m_worker->open(password);
+    const auto ahead = std::exchange(m_ahead, std::nullopt);
+    return ahead && !password ? *ahead : m_worker->open(password);
+}
+
+void ReaderDocument::openAhead()
+{
+    m_ahead = m_worker->open({});
 }
 
 bool ReaderDocument::isOpen() const

@@ -36,6 +36,8 @@ public:
     /// To be called first, again with another password, or after the engine was lost ("Try Again"). Requests
     /// made meanwhile wait for it.
     QFuture<Result<void>> open(const std::optional<QString> &password = {});
+    /// Begins what the first `open` without a password then answers for.
+    void openAhead();
     bool isOpen() const;
     qint64 pageCount() const; ///< as the document claims, 0 while it is not open
 
@@ -60,6 +62,7 @@ private:
     void enqueue(Priority priority, std::stop_token stop, Turn turn);
 
     std::shared_ptr<Worker> m_worker; ///< shared with its thread, which outlives this object
+    std::optional<QFuture<Result<void>>> m_ahead;
 };
 
 template <typename Request>
