@@ -1,6 +1,6 @@
 # `./dev package`: a Debian package of the programs. Library dependencies are read from the executables. Named here
-# is what no executable links: libcurl is loaded when a book is looked up, the plugin that draws symbols and the
-# theme they are from when a window opens. Qt brings its plugin for X11 itself, the one for Wayland is a package.
+# is what no executable links: libcurl is loaded when a book is looked up, libcrypto and libturbojpeg for the first
+# hash and cover, the plugin that draws symbols and the theme they are from when a window opens. Qt brings its plugin for X11 itself, the one for Wayland is a package.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME quirevault)
 set(CPACK_PACKAGE_CONTACT "Quirevault maintainers <maintainers@quirevault.org>")
@@ -23,7 +23,7 @@ set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_SECTION text)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "libcurl4, libqt6svg6, breeze-icon-theme")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "libcurl4, libssl3, libturbojpeg0, libqt6svg6, breeze-icon-theme")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
     "ca-certificates, default-dbus-session-bus | dbus-session-bus, qt6-gtk-platformtheme, qt6-wayland")
 

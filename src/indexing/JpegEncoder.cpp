@@ -1,14 +1,40 @@
 #include "indexing/JpegEncoder.h"
 
 #include "pdf/PDFDocument.h"
+#include "platform/LoadedLibrary.h"
 
 #include <turbojpeg.h>
 
 namespace
 {
-struct Destroy {
-    void operator()(void *encoder) const { tjDestroy(encoder); }
+constexpr char kLibraryName[] = "libturbojpeg.so.0";
+
+/// The few functions of libjpeg-turbo that are used.
+struct TurboJpegLibrary {
+    decltype(&::tjInitCompress) newEncoder = nullptr;
+    decltype(&::tjDestroy) destroy = nullptr;
+    decltype(&::tjCompress2) compress = nullptr;
+    decltype(&::tjFree) free = nullptr;
 };
+
+TurboJpegLibrary load()
+{
+    const LoadedLibrary library({kLibraryName});
+    TurboJpegLibrary jpeg;
+    const bool isWhole = library.find("tjInitCompress", jpeg.newEncoder) &&
+                         library.find("tjDestroy", jpeg.destroy) &&
+                         library.find("tjCompress2", jpeg.compress) && library.find("tjFree", jpeg.free);
+    if (!isWhole)
+        endWithoutLibrary(kLibraryName);
+    return jpeg;
+}
+
+/// Loaded once a process.
+const TurboJpegLibrary &turboJpeg()
+{
+    static const TurboJpegLibrary library = load();
+    return library;
+}
 
 bool isWhole(const PDFBitmap &picture)
 {
@@ -25,19 +51,20 @@ JpegData::JpegData(unsigned char *bytes, unsigned long size)
 
 void JpegData::Free::operator()(unsigned char *bytes) const
 {
-    tjFree(bytes);
+    turboJpeg().free(bytes);
 }
 
 JpegData encodeJpeg(const PDFBitmap &picture, int quality)
 {
-    const std::unique_ptr<void, Destroy> encoder(tjInitCompress());
+    const TurboJpegLibrary &library = turboJpeg();
+    const std::unique_ptr<void, decltype(library.destroy)> encoder(library.newEncoder(), library.destroy);
     if (!encoder || !isWhole(picture))
         return {};
     unsigned char *bytes = nullptr;
     unsigned long size = 0;
     const int status =
-        tjCompress2(encoder.get(), reinterpret_cast<const unsigned char *>(picture.pixels.constData()),
-                    picture.width, 0, picture.height, TJPF_RGB, &bytes, &size, TJSAMP_420, quality, 0);
+        library.compress(encoder.get(), reinterpret_cast<const unsigned char *>(picture.pixels.constData()),
+                         picture.width, 0, picture.height, TJPF_RGB, &bytes, &size, TJSAMP_420, quality, 0);
     JpegData jpeg(bytes, size);
     return status == 0 ? std::move(jpeg) : JpegData();
 }

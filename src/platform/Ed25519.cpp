@@ -1,12 +1,13 @@
 #include "platform/Ed25519.h"
 
+#include "platform/CryptoLibrary.h"
+
 #include <memory>
-#include <openssl/evp.h>
 
 namespace
 {
-using Key = std::unique_ptr<EVP_PKEY, decltype(&EVP_PKEY_free)>;
-using Digest = std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)>;
+using Key = std::unique_ptr<EVP_PKEY, decltype(CryptoLibrary::freeKey)>;
+using Context = std::unique_ptr<EVP_MD_CTX, decltype(CryptoLibrary::freeContext)>;
 
 const unsigned char *bytesOf(const QByteArray &bytes)
 {
@@ -26,11 +27,12 @@ bool Ed25519PublicKey::verifies(const QByteArray &message, const QByteArray &sig
 {
     if (signature.size() != kSignatureBytes)
         return false;
-    const Key key(EVP_PKEY_new_raw_public_key(EVP_PKEY_ED25519, nullptr, bytesOf(m_key), kKeyBytes),
-                  &EVP_PKEY_free);
-    const Digest digest(EVP_MD_CTX_new(), &EVP_MD_CTX_free);
+    const CryptoLibrary &crypto = CryptoLibrary::loaded();
+    const Key key(crypto.newPublicKey(EVP_PKEY_ED25519, nullptr, bytesOf(m_key), kKeyBytes), crypto.freeKey);
+    const Context context(crypto.newContext(), crypto.freeContext);
     // The algorithm takes the whole message at once and no digest beside its own.
-    return key && digest && EVP_DigestVerifyInit(digest.get(), nullptr, nullptr, nullptr, key.get()) == 1 &&
-           EVP_DigestVerify(digest.get(), bytesOf(signature), kSignatureBytes, bytesOf(message),
-                            static_cast<size_t>(message.size())) == 1;
+    return key && context &&
+           crypto.initVerification(context.get(), nullptr, nullptr, nullptr, key.get()) == 1 &&
+           crypto.verify(context.get(), bytesOf(signature), kSignatureBytes, bytesOf(message),
+                         static_cast<size_t>(message.size())) == 1;
 }

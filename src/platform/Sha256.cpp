@@ -1,12 +1,12 @@
 #include "platform/Sha256.h"
 
+#include "platform/CryptoLibrary.h"
+
 #include <QByteArray>
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <memory>
-#include <openssl/crypto.h>
-#include <openssl/evp.h>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -19,33 +19,32 @@ constexpr qint64 kBlockBytes = 1024 * 1024;
 class Sha256
 {
 public:
-    Sha256() { EVP_DigestInit_ex(m_context.get(), EVP_sha256(), nullptr); }
+    Sha256() { m_crypto.initDigest(m_context.get(), m_crypto.sha256(), nullptr); }
     ~Sha256()
     {
         m_context.reset();
         // What the library keeps for the thread goes now. At the thread's end is too late where the program
         // ends at the same time: Qt does not wait for the last steps of the threads of its pool.
-        OPENSSL_thread_stop();
+        m_crypto.stopThread();
     }
     Sha256(const Sha256 &) = delete;
     Sha256 &operator=(const Sha256 &) = delete;
 
-    void add(const char *data, size_t size) { EVP_DigestUpdate(m_context.get(), data, size); }
+    void add(const char *data, size_t size) { m_crypto.updateDigest(m_context.get(), data, size); }
 
     QString hex()
     {
         std::array<unsigned char, EVP_MAX_MD_SIZE> digest;
         unsigned int size = 0;
-        EVP_DigestFinal_ex(m_context.get(), digest.data(), &size);
+        m_crypto.finishDigest(m_context.get(), digest.data(), &size);
         const auto bytes = QByteArray::fromRawData(reinterpret_cast<const char *>(digest.data()), size);
         return QString::fromLatin1(bytes.toHex());
     }
 
 private:
-    struct Closer {
-        void operator()(EVP_MD_CTX *context) const { EVP_MD_CTX_free(context); }
-    };
-    std::unique_ptr<EVP_MD_CTX, Closer> m_context{EVP_MD_CTX_new()};
+    const CryptoLibrary &m_crypto = CryptoLibrary::loaded();
+    std::unique_ptr<EVP_MD_CTX, decltype(m_crypto.freeContext)> m_context{m_crypto.newContext(),
+                                                                          m_crypto.freeContext};
 };
 
 /// Room for one block, but no more than a small file needs: untouched memory is cheaper than page faults.

@@ -15,6 +15,9 @@
 namespace
 {
 
+/// After it a reader asks the library for its paper, also when it has no page to show.
+constexpr std::chrono::milliseconds kPatience{250};
+
 class WindowsTest : public testing::Test
 {
 protected:
@@ -119,6 +122,7 @@ TEST_F(WindowsTest, ListsWhatItLearnsOfAReader)
 {
     addPaper();
     openReader();
+    m_clock.advance(kPatience);
     takeAnswers();
     ASSERT_EQ(listed().size(), 1);
     EXPECT_EQ(listed().first().paperId, QStringLiteral("p"));
@@ -130,6 +134,7 @@ TEST_F(WindowsTest, DoesNotListAClosedReaderAgainForWhatItStillLearns)
     Gate gate(m_library.db);
     openReader();
     const QPointer<PDFViewerWindow> window = readerWindow();
+    m_clock.advance(kPatience);
     m_opened.close();
     gate.open();
     takeAnswers();

@@ -1,0 +1,22 @@
+#include "platform/LoadedLibrary.h"
+
+#include <QtGlobal>
+#include <dlfcn.h>
+
+LoadedLibrary::LoadedLibrary(std::initializer_list<const char *> names)
+{
+    for (const char *name : names) {
+        if (!m_handle)
+            m_handle = ::dlopen(name, RTLD_NOW | RTLD_LOCAL);
+    }
+}
+
+void *LoadedLibrary::address(const char *name) const
+{
+    return m_handle ? ::dlsym(m_handle, name) : nullptr;
+}
+
+void endWithoutLibrary(const char *name)
+{
+    qFatal("%s is missing or too old: install it again", name);
+}
