@@ -1,7 +1,8 @@
 #include "platform/LoadedLibrary.h"
 
-#include <QtGlobal>
+#include <cstdio>
 #include <dlfcn.h>
+#include <unistd.h>
 
 LoadedLibrary::LoadedLibrary(std::initializer_list<const char *> names)
 {
@@ -18,5 +19,6 @@ void *LoadedLibrary::address(const char *name) const
 
 void endWithoutLibrary(const char *name)
 {
-    qFatal("%s is missing or too old: install it again", name);
+    std::fprintf(stderr, "quirevault: the library %s is missing or too old. Install it again\n", name);
+    _exit(1);
 }

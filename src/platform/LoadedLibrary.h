@@ -25,5 +25,6 @@ private:
     void *m_handle = nullptr;
 };
 
-/// Ends the program, saying that it lacks the library `name`. For what belongs to every installation.
+/// Ends the program with status 1, saying that it lacks the library `name`. For what belongs to every
+/// installation.
 [[noreturn]] void endWithoutLibrary(const char *name);

@@ -39,8 +39,8 @@ public:
     DocumentOpening &opening() { return *m_opening; }
     ReaderActions &actions() { return *m_actions; }
 
-    /// Takes what came while the main thread did something else: the open document, the sizes of its pages. Else
-    /// they would wait for their events, and pictures for them.
+    /// Takes what came while the main thread did something else: the open document, the sizes of its pages.
+    /// Else they would wait for their events, and pictures for them.
     void takeWhatCame();
 
 Q_SIGNALS:

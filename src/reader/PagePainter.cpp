@@ -55,8 +55,8 @@ QList<QRectF> joined(QList<QRectF> rectangles)
 /// Widths in pixels of the viewport and strengths of the rings that make a page's shadow.
 constexpr std::array<std::pair<int, int>, 3> kShadow = {{{3, 10}, {2, 18}, {1, 40}}};
 
-/// Qt spreads a translucent filling of 96 rows and more over threads, and waits for them longer than it takes to
-/// fill a thin edge.
+/// Qt spreads a translucent filling of 96 rows and more over threads, and waits for them longer than it takes
+/// to fill a thin edge.
 constexpr int kRowsAtOnce = 64;
 } // namespace
 

@@ -19,8 +19,8 @@
 class DatabaseManager
 {
 public:
-    /// Starts the thread, which opens `dbPath` for the first operation (its folder is created first). Returns at
-    /// once; a file that cannot be opened is logged and makes every operation fail with code -1.
+    /// Starts the thread, which opens `dbPath` for the first operation (its folder is created first). Returns
+    /// at once; a file that cannot be opened is logged and makes every operation fail with code -1.
     explicit DatabaseManager(const QString &dbPath);
     /// Finishes every operation already accepted, then closes the connection.
     ~DatabaseManager();

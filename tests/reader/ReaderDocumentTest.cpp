@@ -6,6 +6,7 @@
 
 #include <QEventLoop>
 #include <QThread>
+#include <atomic>
 #include <future>
 #include <gtest/gtest.h>
 
@@ -56,6 +57,42 @@ TEST(ReaderDocument, AnswersFromAThreadOfItsOwn)
         return Result<QThread *>(QThread::currentThread());
     });
     EXPECT_NE(thread.result().value(), QThread::currentThread());
+}
+
+TEST(ReaderDocument, OpensOnceForWhoOpensItAfterItWasBegunAhead)
+{
+    std::atomic<int> openings = 0;
+    ReaderDocument document([&openings](auto, auto) -> Result<std::unique_ptr<PDFDocument>> {
+        ++openings;
+        return std::unique_ptr<PDFDocument>(documentOf({"one"}));
+    });
+    document.openAhead();
+    ASSERT_TRUE(document.open().result());
+    EXPECT_TRUE(document.isOpen());
+    EXPECT_EQ(openings, 1);
+    ASSERT_TRUE(document.open().result()) << "again, as after a loss";
+    EXPECT_EQ(openings, 2);
+}
+
+TEST(ReaderDocument, OpensAnewWithAPasswordThoughItWasBegunAhead)
+{
+    ReaderDocument document(
+        [](const std::optional<QString> &password, auto) -> Result<std::unique_ptr<PDFDocument>> {
+            if (!password)
+                return pdfError(PDFErrorCode::NeedsPassword);
+            return std::unique_ptr<PDFDocument>(documentOf({"one"}));
+        });
+    document.openAhead();
+    EXPECT_TRUE(document.open(QStringLiteral("sesame")).result());
+    EXPECT_TRUE(document.isOpen());
+}
+
+TEST(ReaderDocument, TellsWhyWhatWasBegunAheadFailed)
+{
+    ReaderDocument document(
+        [](auto, auto) -> Result<std::unique_ptr<PDFDocument>> { return pdfError(PDFErrorCode::NotAPDF); });
+    document.openAhead();
+    EXPECT_TRUE(isPDFError(document.open().result().error(), PDFErrorCode::NotAPDF));
 }
 
 TEST(ReaderDocument, RefusesRequestsBeforeItIsOpen)
