@@ -13,10 +13,10 @@ measure_reader() {
     open_display
     for pages in 10 1370 500 5000; do reader_document "$pages" >/dev/null; done
     for pages in 10 1370; do first_page_figure "$pages" "without a desktop" XDG_CURRENT_DESKTOP=; done
-    if compgen -G "/usr/lib/*/qt6/plugins/platformthemes/libqgtk3.so" >/dev/null; then
+    if [ "$QT_QPA_PLATFORM" = xcb ] && compgen -G "/usr/lib/*/qt6/plugins/platformthemes/libqgtk3.so" >/dev/null; then
         for pages in 10 1370; do first_page_figure "$pages" "as GNOME starts it" XDG_CURRENT_DESKTOP=GNOME; done
     else
-        say "no GTK theme for Qt (qt6-gtk-platformtheme): not measured as GNOME starts it"
+        say "no Xvfb, or no GTK theme for Qt (qt6-gtk-platformtheme): not measured as GNOME starts it"
     fi
     arrival_figures
     "$programs/quirevault-bench-reader" scroll "$(reader_document 500)" 60 >"$work/reader-scroll"

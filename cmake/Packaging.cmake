@@ -1,6 +1,7 @@
 # `./dev package`: a Debian package of the programs. Library dependencies are read from the executables. Named here
 # is what no executable links: libcurl is loaded when a book is looked up, libcrypto and libturbojpeg for the first
-# hash and cover, the plugin that draws symbols and the theme they are from when a window opens. Qt brings its plugin for X11 itself, the one for Wayland is a package.
+# hash and cover, the plugin that draws symbols and the theme they are from when a window opens. Qt brings its
+# plugin for X11 itself, the one for Wayland is a package.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME quirevault)
 set(CPACK_PACKAGE_CONTACT "Quirevault maintainers <maintainers@quirevault.org>")

@@ -13,8 +13,7 @@ QCoro::Task<> LibraryViewModel::addTag(QString paperId, QString tag)
     tag = trimmedHorizontally(tag);
     if (refuseTag(tag))
         co_return;
-    const QFuture<Result<void>> tagging = QtConcurrent::run(
-        &m_workers, [&library = m_with.library, paperId, tag] { return tagPaper(library, paperId, tag); });
+    const QFuture<Result<void>> tagging = m_with.library.tagPaper(paperId, tag);
     QCoro::Task<> following = afterPaperChange(tagging, paperId);
     co_await following;
 }

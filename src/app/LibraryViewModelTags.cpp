@@ -6,6 +6,7 @@
 #include "store/DatabaseManager.h"
 #include "store/NativeLibraryService.h"
 #include "store/ReservedTags.h"
+#include "store/TagQueries.h"
 
 #include <QPointer>
 #include <qcorofuture.h>
@@ -22,12 +23,7 @@ Result<void> tagEach(Database &database, const QList<Paper> &papers, const QStri
 {
     return inTransaction(database, [&]() -> Result<void> {
         for (const Paper &paper : papers) {
-            Result<void> tagged = database.execute(
-                QStringLiteral("INSERT OR IGNORE INTO tags (paper_id, tag) VALUES (?, ?)"), {paper.id, tag});
-            if (tagged && tag != QLatin1String(kUntaggedTag))
-                tagged = database.execute(QStringLiteral("DELETE FROM tags WHERE paper_id = ? AND tag = ?"),
-                                          {paper.id, QLatin1String(kUntaggedTag)});
-            if (!tagged)
+            if (const Result<void> tagged = giveTag(database, paper.id, tag); !tagged)
                 logLine(u"Failed to tag " + paper.id + u": " + tagged.error().message());
         }
         return {};
@@ -53,14 +49,6 @@ void untag(NativeLibraryService &library, const QString &paperId, const QString 
 }
 
 } // namespace
-
-Result<void> tagPaper(NativeLibraryService &library, const QString &paperId, const QString &tag)
-{
-    Result<void> tagged = library.addTag(paperId, tag).result();
-    if (!tagged || tag == QLatin1String(kUntaggedTag))
-        return tagged;
-    return library.removeTag(paperId, QLatin1String(kUntaggedTag)).result();
-}
 
 QString tagNameProblem(const QString &name)
 {

@@ -46,6 +46,3 @@ inline void assignDifferent(QProperty<QList<Paper>> &property, const QList<Paper
         property.setValueBypassingBindings({});
     property = list;
 }
-
-/// Gives the paper a tag of the user's; one that has a real tag is no longer untagged. Blocks.
-Result<void> tagPaper(NativeLibraryService &library, const QString &paperId, const QString &tag);

@@ -95,7 +95,7 @@ ExitStatus changeTag(const PaperTagRequest &request, const CommandContext &conte
 
 ExitStatus runTag(const PaperTagRequest &request, const CommandContext &context)
 {
-    return changeTag(request, context, &NativeLibraryService::addTag);
+    return changeTag(request, context, &NativeLibraryService::tagPaper);
 }
 
 ExitStatus runUntag(const PaperTagRequest &request, const CommandContext &context)

@@ -1,8 +1,10 @@
 #include "indexing/JpegEncoder.h"
 
+#include "base/Log.h"
 #include "pdf/PDFDocument.h"
 #include "platform/LoadedLibrary.h"
 
+#include <optional>
 #include <turbojpeg.h>
 
 namespace
@@ -17,22 +19,21 @@ struct TurboJpegLibrary {
     decltype(&::tjFree) free = nullptr;
 };
 
-TurboJpegLibrary load()
+std::optional<TurboJpegLibrary> load()
 {
     const LoadedLibrary library({kLibraryName});
     TurboJpegLibrary jpeg;
-    const bool isWhole = library.find("tjInitCompress", jpeg.newEncoder) &&
-                         library.find("tjDestroy", jpeg.destroy) &&
-                         library.find("tjCompress2", jpeg.compress) && library.find("tjFree", jpeg.free);
-    if (!isWhole)
-        endWithoutLibrary(kLibraryName);
-    return jpeg;
+    if (library.find("tjInitCompress", jpeg.newEncoder) && library.find("tjDestroy", jpeg.destroy) &&
+        library.find("tjCompress2", jpeg.compress) && library.find("tjFree", jpeg.free))
+        return jpeg;
+    logLine(u"JpegEncoder: no covers without the shared library " % QLatin1String(kLibraryName));
+    return {};
 }
 
-/// Loaded once a process.
-const TurboJpegLibrary &turboJpeg()
+/// Loaded once a process; nothing where there is none.
+const std::optional<TurboJpegLibrary> &turboJpeg()
 {
-    static const TurboJpegLibrary library = load();
+    static const std::optional<TurboJpegLibrary> library = load();
     return library;
 }
 
@@ -51,20 +52,22 @@ JpegData::JpegData(unsigned char *bytes, unsigned long size)
 
 void JpegData::Free::operator()(unsigned char *bytes) const
 {
-    turboJpeg().free(bytes);
+    turboJpeg()->free(bytes);
 }
 
 JpegData encodeJpeg(const PDFBitmap &picture, int quality)
 {
-    const TurboJpegLibrary &library = turboJpeg();
-    const std::unique_ptr<void, decltype(library.destroy)> encoder(library.newEncoder(), library.destroy);
-    if (!encoder || !isWhole(picture))
+    const std::optional<TurboJpegLibrary> &library = turboJpeg();
+    if (!library || !isWhole(picture))
+        return {};
+    const std::unique_ptr<void, decltype(library->destroy)> encoder(library->newEncoder(), library->destroy);
+    if (!encoder)
         return {};
     unsigned char *bytes = nullptr;
     unsigned long size = 0;
     const int status =
-        library.compress(encoder.get(), reinterpret_cast<const unsigned char *>(picture.pixels.constData()),
-                         picture.width, 0, picture.height, TJPF_RGB, &bytes, &size, TJSAMP_420, quality, 0);
+        library->compress(encoder.get(), reinterpret_cast<const unsigned char *>(picture.pixels.constData()),
+                          picture.width, 0, picture.height, TJPF_RGB, &bytes, &size, TJSAMP_420, quality, 0);
     JpegData jpeg(bytes, size);
     return status == 0 ? std::move(jpeg) : JpegData();
 }

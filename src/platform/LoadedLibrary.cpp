@@ -19,6 +19,6 @@ void *LoadedLibrary::address(const char *name) const
 
 void endWithoutLibrary(const char *name)
 {
-    std::fprintf(stderr, "quirevault: the library %s is missing or too old. Install it again\n", name);
+    std::fprintf(stderr, "quirevault: the shared library %s is missing or too old. Install it again\n", name);
     _exit(1);
 }

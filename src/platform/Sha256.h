@@ -6,6 +6,8 @@
 
 class QByteArray;
 
+// Both need libcrypto, and end the program where that is missing (see CryptoLibrary.h).
+
 /// SHA-256 of `bytes` as 64 lowercase hexadecimal digits.
 QString sha256Hex(const QByteArray &bytes);
 

@@ -28,5 +28,5 @@ private:
 
     QPointer<ReaderDocument> m_document;
     // No answer comes after they are gone.
-    std::array<QObject, 4> m_answering; ///< by the job's kind
+    std::array<QObject, std::variant_size_v<PageAnswer>> m_answering; ///< by the job's kind
 };

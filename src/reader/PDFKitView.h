@@ -115,7 +115,7 @@ Q_SIGNALS:
     void zoomChanged();
     /// The last picture of what is visible has come.
     void becameSharp();
-    /// The first time that all of what is visible was painted from its own pictures, and nothing else waits.
+    /// The first time that all of what is visible was painted from its own pictures. It is on the screen.
     void firstShown();
     /// A link to the web was followed.
     void linkActivated(const QUrl &address);

@@ -105,7 +105,7 @@ void PDFViewerWindow::connectView()
     };
     connect(&m_toolBar->pageField(), &PageField::done, this, toDocument);
     connect(&m_toolBar->searchField(), &ReaderSearchField::leaving, this, toDocument);
-    // Queued behind everything that waits by then.
+    // Queued, so that it comes after whatever the page has set off.
     connect(m_view, &PDFKitView::firstShown, this, &PDFViewerWindow::showWhatCanWait, Qt::QueuedConnection);
     connect(m_view, &PDFKitView::bookmarkRequested, this, &PDFViewerWindow::askForBookmark);
     connect(m_view, &PDFKitView::hitMarkActivated, m_controller.get(), &PDFViewerController::goToHit);

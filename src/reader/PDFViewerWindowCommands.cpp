@@ -13,6 +13,7 @@
 #include "reader/ThemeIcon.h"
 #include "store/NativeLibraryService.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -27,7 +28,7 @@ void PDFViewerWindow::showWhatCanWait()
         return;
     findPaper();
     m_actions->showIcons();
-    setWindowIcon(programIcon());
+    QApplication::setWindowIcon(programIcon());
 }
 
 void PDFViewerWindow::showState()

@@ -11,8 +11,10 @@
 #include <QList>
 #include <QSet>
 #include <QStringList>
+#include <functional>
 #include <optional>
 
+class Database;
 class DatabaseManager;
 class SystemSearchPublisher;
 
@@ -60,6 +62,8 @@ public:
     /// Removes the paper, its tags, bookmarks, full-text rows and cover file. Never the PDF.
     QFuture<Result<void>> deletePaper(const QString &id);
 
+    /// Gives the paper a tag of the user's, in place of "Untagged" if it has a tag to show then.
+    QFuture<Result<void>> tagPaper(const QString &paperId, const QString &tag);
     QFuture<Result<void>> addTag(const QString &paperId, const QString &tag);
     QFuture<Result<void>> removeTag(const QString &paperId, const QString &tag);
     /// Every tag in use or defined, ascending by code point; reserved names included.
@@ -77,7 +81,7 @@ public:
     QFuture<Result<void>> deleteBookmark(const QString &bookmarkId);
 
 private:
-    QFuture<Result<void>> changeTag(const QString &sql, const QString &paperId, const QString &tag);
+    QFuture<Result<void>> changeTags(const QString &paperId, std::function<Result<void>(Database &)> change);
 
     DatabaseManager &m_db;
     SystemSearchPublisher &m_publisher;

@@ -5,33 +5,47 @@
 #include "store/DatabaseManager.h"
 #include "store/PaperQueries.h"
 #include "store/SystemSearchPublisher.h"
+#include "store/TagQueries.h"
+
+QFuture<Result<void>> NativeLibraryService::tagPaper(const QString &paperId, const QString &tag)
+{
+    return changeTags(paperId, [paperId, tag](Database &database) {
+        return inTransaction(database, [&] { return giveTag(database, paperId, tag); });
+    });
+}
 
 QFuture<Result<void>> NativeLibraryService::addTag(const QString &paperId, const QString &tag)
 {
-    return changeTag(QStringLiteral("INSERT OR IGNORE INTO tags (paper_id, tag) VALUES (?, ?)"), paperId,
-                     tag);
+    return changeTags(paperId, [paperId, tag](Database &database) {
+        return database.execute(QStringLiteral("INSERT OR IGNORE INTO tags (paper_id, tag) VALUES (?, ?)"),
+                                {paperId, tag});
+    });
 }
 
 QFuture<Result<void>> NativeLibraryService::removeTag(const QString &paperId, const QString &tag)
 {
-    return changeTag(QStringLiteral("DELETE FROM tags WHERE paper_id = ? AND tag = ?"), paperId, tag);
+    return changeTags(paperId, [paperId, tag](Database &database) {
+        return database.execute(QStringLiteral("DELETE FROM tags WHERE paper_id = ? AND tag = ?"),
+                                {paperId, tag});
+    });
 }
 
-/// Runs the statement and publishes the paper again, so that the desktop's search knows its tags.
-QFuture<Result<void>> NativeLibraryService::changeTag(const QString &sql, const QString &paperId,
-                                                      const QString &tag)
+/// Publishes the paper again after the change, so that the desktop's search knows its tags.
+QFuture<Result<void>> NativeLibraryService::changeTags(const QString &paperId,
+                                                       std::function<Result<void>(Database &)> change)
 {
     SystemSearchPublisher &publisher = m_publisher;
-    return m_db.perform(m_urgency, [=, &publisher](Database &database) -> Result<void> {
-        if (auto changed = database.execute(sql, {paperId, tag}); !changed)
-            return changed;
-        const Result<std::optional<Paper>> paper = selectPaperById(database, paperId);
-        if (!paper)
-            return paper.error();
-        if (*paper)
-            publisher.publish(**paper);
-        return {};
-    });
+    return m_db.perform(m_urgency,
+                        [=, change = std::move(change), &publisher](Database &database) -> Result<void> {
+                            if (Result<void> changed = change(database); !changed)
+                                return changed;
+                            const Result<std::optional<Paper>> paper = selectPaperById(database, paperId);
+                            if (!paper)
+                                return paper.error();
+                            if (*paper)
+                                publisher.publish(**paper);
+                            return {};
+                        });
 }
 
 QFuture<Result<QStringList>> NativeLibraryService::allTagNames()

@@ -60,7 +60,7 @@ ContentView::ContentView(Collaborators with, QWidget *parent)
 {
     setObjectName(QStringLiteral("libraryWindow"));
     setWindowTitle(QStringLiteral("Library"));
-    setWindowIcon(programIcon());
+    QApplication::setWindowIcon(programIcon());
     addToolBar(m_toolBar);
     addLibraryMenus(this, m_commands, *m_windowCommands);
     addPanes();

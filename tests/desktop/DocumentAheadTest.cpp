@@ -1,10 +1,8 @@
 #include "desktop/DocumentAhead.h"
 
-#include "reader/ReaderDocument.h"
-#include "support/PdfBuilder.h"
-#include "support/TemporaryFolder.h"
+#include "support/FakePDFDocument.h"
 
-#include <QCoreApplication>
+#include <atomic>
 #include <gtest/gtest.h>
 
 namespace
@@ -13,58 +11,61 @@ namespace
 class DocumentAheadTest : public testing::Test
 {
 protected:
-    QString pdf(const QString &name, int pages) const
+    static QList<PDFOpenRequest> requestsFor(const QStringList &paths)
     {
-        PdfBuilder builder;
-        for (int page = 0; page < pages; ++page)
-            builder.page({QStringLiteral("text")});
-        return m_folder.write(name, builder.build());
-    }
-    static QList<PDFOpenRequest> requestsFor(const QString &path)
-    {
-        return {{.id = QUuid::createUuid(), .url = QUrl::fromLocalFile(path)}};
+        QList<PDFOpenRequest> requests;
+        for (const QString &path : paths)
+            requests.append({.id = QUuid::createUuid(), .url = QUrl::fromLocalFile(path)});
+        return requests;
     }
 
-private:
-    int m_argc = 0;
-    QCoreApplication m_application{m_argc, nullptr};
-    TemporaryFolder m_folder;
+    std::unique_ptr<ReaderDocument> make(const QString &path)
+    {
+        m_made.append(path);
+        return std::make_unique<ReaderDocument>([this](auto, auto) -> Result<std::unique_ptr<PDFDocument>> {
+            ++m_openings;
+            return std::unique_ptr<PDFDocument>(documentOf({"text"}));
+        });
+    }
+
+    const DocumentOpening::MakeDocument m_makeDocument = [this](const QString &path) {
+        return make(path);
+    };
+    QStringList m_made;
+    std::atomic<int> m_openings = 0;
 };
 
 } // namespace
 
-TEST_F(DocumentAheadTest, GivesTheDocumentOfTheFirstRequest)
+TEST_F(DocumentAheadTest, OpensTheDocumentOfTheFirstRequestOnce)
 {
-    const QString path = pdf(QStringLiteral("two.pdf"), 2);
-    DocumentAhead ahead(requestsFor(path));
-    const auto document = ahead.take(path);
+    DocumentAhead ahead(requestsFor({QStringLiteral("/a.pdf"), QStringLiteral("/b.pdf")}), m_makeDocument);
+    EXPECT_EQ(m_made, QStringList{QStringLiteral("/a.pdf")}) << "before anybody takes it";
+    const auto document = ahead.take(QStringLiteral("/a.pdf"));
+    EXPECT_EQ(m_made.size(), 1);
     ASSERT_TRUE(document->open().result());
-    EXPECT_EQ(document->pageCount(), 2);
+    EXPECT_EQ(m_openings, 1);
 }
 
-TEST_F(DocumentAheadTest, GivesADocumentOfItsOwnToEveryFurtherWindow)
+TEST_F(DocumentAheadTest, MakesADocumentOfItsOwnForEveryFurtherWindow)
 {
-    const QString path = pdf(QStringLiteral("two.pdf"), 2);
-    DocumentAhead ahead(requestsFor(path));
-    const auto first = ahead.take(path);
-    const auto second = ahead.take(path);
+    DocumentAhead ahead(requestsFor({QStringLiteral("/a.pdf")}), m_makeDocument);
+    const auto first = ahead.take(QStringLiteral("/a.pdf"));
+    const auto second = ahead.take(QStringLiteral("/a.pdf"));
+    EXPECT_EQ(m_made.size(), 2);
     EXPECT_TRUE(first->open().result());
     EXPECT_TRUE(second->open().result());
 }
 
-TEST_F(DocumentAheadTest, GivesAnotherDocumentForAnotherPath)
+TEST_F(DocumentAheadTest, MakesAnotherDocumentForAnotherPath)
 {
-    const QString other = pdf(QStringLiteral("three.pdf"), 3);
-    DocumentAhead ahead(requestsFor(pdf(QStringLiteral("two.pdf"), 2)));
-    const auto document = ahead.take(other);
-    ASSERT_TRUE(document->open().result());
-    EXPECT_EQ(document->pageCount(), 3);
+    DocumentAhead ahead(requestsFor({QStringLiteral("/a.pdf")}), m_makeDocument);
+    const auto document = ahead.take(QStringLiteral("/b.pdf"));
+    EXPECT_EQ(m_made, (QStringList{QStringLiteral("/a.pdf"), QStringLiteral("/b.pdf")}));
 }
 
-TEST_F(DocumentAheadTest, OpensNothingAheadForTheLibraryWindow)
+TEST_F(DocumentAheadTest, OpensNothingForTheLibraryWindow)
 {
-    const QString path = pdf(QStringLiteral("two.pdf"), 2);
-    DocumentAhead ahead({});
-    const auto document = ahead.take(path);
-    EXPECT_TRUE(document->open().result());
+    DocumentAhead ahead({}, m_makeDocument);
+    EXPECT_TRUE(m_made.isEmpty());
 }

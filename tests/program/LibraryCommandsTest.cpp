@@ -142,6 +142,14 @@ TEST_F(LibraryCommands, TagsAndUntagsAPaper)
         titles(run({QStringLiteral("list"), QStringLiteral("--tag"), QStringLiteral("to read")})).isEmpty());
 }
 
+TEST_F(LibraryCommands, TakesUntaggedFromAPaperThatGetsATag)
+{
+    EXPECT_EQ(run({QStringLiteral("tag"), m_knots, QStringLiteral("Untagged")}).status, 0);
+    EXPECT_EQ(run({QStringLiteral("tag"), m_knots, QStringLiteral("to read")}).status, 0);
+    EXPECT_TRUE(
+        titles(run({QStringLiteral("list"), QStringLiteral("--tag"), QStringLiteral("Untagged")})).isEmpty());
+}
+
 TEST_F(LibraryCommands, KeepsTheReadingListOutOfTheTags)
 {
     EXPECT_EQ(run({QStringLiteral("tag"), m_knots, QStringLiteral("_currently_reading")}).status, 0);

@@ -54,6 +54,35 @@ TEST_F(PDFKitViewTest, ComesToRestWherePagesOfDifferentWidthsMeet)
     }
 }
 
+TEST_F(PDFKitViewTest, AsksForPicturesAsItIsShownWhenSizesAreThere)
+{
+    view.hide();
+    pages.ready = {Kind::Sizes};
+    view.setPages(pages.source());
+    EXPECT_TRUE(pages.wanted(Kind::Picture).empty());
+    view.show();
+    EXPECT_FALSE(pages.wanted(Kind::Picture).empty());
+}
+
+TEST_F(PDFKitViewTest, AsksForPicturesWhenItIsToldToTakeSizes)
+{
+    pages.ready = {Kind::Sizes};
+    view.setPages(pages.source());
+    EXPECT_TRUE(pages.wanted(Kind::Picture).empty());
+    view.takeSizes();
+    EXPECT_FALSE(pages.wanted(Kind::Picture).empty());
+}
+
+TEST_F(PDFKitViewTest, PaintsPicturesThatAreThere)
+{
+    pages.ready = {Kind::Picture};
+    pages.color = Qt::red;
+    view.setPages(pages.source());
+    pages.answerNext(); // the sizes
+    ASSERT_FALSE(pages.wanted(Kind::Picture).empty());
+    EXPECT_EQ(picture().pixelColor(100, 100), QColor(Qt::red));
+}
+
 TEST_F(PDFKitViewTest, AsksForSizesThenForThePicture)
 {
     view.setPages(pages.source());

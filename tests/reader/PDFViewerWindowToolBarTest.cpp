@@ -2,6 +2,7 @@
 #include "reader/ReaderWindowFixture.h"
 
 #include <QDialog>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPrintDialog>
 #include <QToolBar>
@@ -132,4 +133,14 @@ TEST_F(PDFViewerWindowToolBar, AsksHowToPrintFromItsMenu)
     ASSERT_TRUE(dialog);
     EXPECT_TRUE(dialog->isVisible());
     EXPECT_EQ(dialog->maxPage(), 2);
+}
+
+TEST_F(PDFViewerWindowToolBar, StartsASearchFromTheLensInItsField)
+{
+    auto *field = find<QLineEdit>("readerSearchField");
+    auto *lens = field->findChild<QToolButton *>();
+    ASSERT_TRUE(lens && lens->defaultAction() == actions().find);
+    window->view().setFocus();
+    QTest::mouseClick(lens, Qt::LeftButton);
+    EXPECT_TRUE(field->hasFocus());
 }

@@ -3,6 +3,7 @@
 #include "support/Printing.h"
 #include "support/TemporaryFolder.h"
 
+#include <QFile>
 #include <QThread>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -70,6 +71,19 @@ TEST(DatabaseManager, RunsOperationsOnOneThreadThatIsNotTheCallers)
     const Result<Qt::HANDLE> second = db.perform(Urgency::PersonWaits, thread).result();
     EXPECT_EQ(*first, *second);
     EXPECT_NE(*first, QThread::currentThreadId());
+}
+
+TEST(DatabaseManager, OpensTheFileForTheFirstOperation)
+{
+    const TemporaryFolder folder;
+    const QString path = folder.path(kName);
+    {
+        DatabaseManager unused(path);
+    }
+    EXPECT_FALSE(QFile::exists(path));
+    DatabaseManager db(path);
+    EXPECT_TRUE(db.query(QStringLiteral("SELECT 1")).result());
+    EXPECT_TRUE(QFile::exists(path));
 }
 
 TEST(DatabaseManager, LetsWhatAPersonWaitsForOvertakeWhatIsQueuedButNotWhatRuns)

@@ -38,8 +38,25 @@ TEST_F(LibraryTags, ThatChangePublishThePaperAsItNowStands)
 TEST_F(LibraryTags, OfAnUnknownPaperAreRefusedAndPublishNothing)
 {
     EXPECT_FALSE(library.service.addTag(QStringLiteral("gone"), QStringLiteral("x")).result());
+    EXPECT_FALSE(library.service.tagPaper(QStringLiteral("gone"), QStringLiteral("x")).result());
     EXPECT_TRUE(library.service.removeTag(QStringLiteral("gone"), QStringLiteral("x")).result());
     EXPECT_TRUE(library.publisher.published.isEmpty());
+}
+
+TEST_F(LibraryTags, OfTheUsersTakeThePlaceOfUntagged)
+{
+    ASSERT_TRUE(library.service.addTag(QStringLiteral("a"), QStringLiteral("Untagged")).result());
+    EXPECT_TRUE(library.service.tagPaper(QStringLiteral("a"), QStringLiteral("Topology")).result());
+    ASSERT_EQ(library.publisher.published.size(), 2) << "once for each change";
+    EXPECT_EQ(library.publisher.published[1].tags, QStringList{QStringLiteral("Topology")});
+}
+
+TEST_F(LibraryTags, ThatAreHiddenLeaveAPaperUntagged)
+{
+    for (const char *tag : {"Untagged", "_currently_reading"})
+        EXPECT_TRUE(library.service.tagPaper(QStringLiteral("a"), QLatin1String(tag)).result());
+    EXPECT_EQ(library.publisher.published.last().tags,
+              (QStringList{QStringLiteral("Untagged"), QStringLiteral("_currently_reading")}));
 }
 
 TEST_F(LibraryTags, AreNamedOnceInPlainAscendingOrder)

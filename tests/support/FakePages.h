@@ -45,6 +45,22 @@ public:
         question.answered(question.stop.stop_requested() ? cancelledError() : answerTo(question.planned.job));
     }
 
+    /// Kinds of which the answers are there at once, for who does not wait for them.
+    std::vector<PageJob::Kind> ready;
+    void handOver(PageJob::Kind kind)
+    {
+        if (std::find(ready.begin(), ready.end(), kind) == ready.end())
+            return;
+        const auto isOfKind = [kind](const Question &question) {
+            return question.planned.job.kind == kind;
+        };
+        for (auto next = std::find_if(questions.begin(), questions.end(), isOfKind); next != questions.end();
+             next = std::find_if(questions.begin(), questions.end(), isOfKind)) {
+            std::rotate(questions.begin(), next, next + 1);
+            answerNext();
+        }
+    }
+
     /// Answers until nothing more is asked.
     void answerAll()
     {
@@ -94,6 +110,7 @@ private:
         {
             m_pages.questions.push_back({planned, std::move(stop), std::move(answered)});
         }
+        void handOver(PageJob::Kind kind) override { m_pages.handOver(kind); }
 
     private:
         FakePages &m_pages;
