@@ -35,6 +35,15 @@ protected:
     {
         return sha256HexOfFile(InputFile::open(path)->descriptor()).value();
     }
+    /// Opens paper "p", whose content the library knows and whose file is not there.
+    void openVanishedPaper(const QString &contentHash)
+    {
+        const QString gone = library.folder.path(QStringLiteral("gone.pdf"));
+        addPaper(QStringLiteral("p"), gone, contentHash);
+        PDFOpenRequest request = requestFor(gone);
+        request.paperId = QStringLiteral("p");
+        open(request);
+    }
 };
 
 } // namespace
@@ -106,11 +115,7 @@ TEST_F(PDFViewerWindowTrouble, OpensTheFileThatComesBack)
 TEST_F(PDFViewerWindowTrouble, TakesALocatedFileOfTheSameContentAndTellsTheLibrary)
 {
     const QString moved = page("moved.pdf", "text");
-    const QString gone = library.folder.path(QStringLiteral("gone.pdf"));
-    addPaper(QStringLiteral("p"), gone, hashOf(moved));
-    PDFOpenRequest request = requestFor(gone);
-    request.paperId = QStringLiteral("p");
-    open(request);
+    openVanishedPaper(hashOf(moved));
     ASSERT_TRUE(isShown("missingPage"));
     press("locateFile");
     auto *dialog = find<QFileDialog>("locateDialog");
@@ -125,11 +130,7 @@ TEST_F(PDFViewerWindowTrouble, TakesALocatedFileOfTheSameContentAndTellsTheLibra
 TEST_F(PDFViewerWindowTrouble, LooksAtALocatedFileWithoutTheThreadsThatQtPaintsWith)
 {
     const QString moved = page("moved.pdf", "text");
-    const QString gone = library.folder.path(QStringLiteral("gone.pdf"));
-    addPaper(QStringLiteral("p"), gone, hashOf(moved));
-    PDFOpenRequest request = requestFor(gone);
-    request.paperId = QStringLiteral("p");
-    open(request);
+    openVanishedPaper(hashOf(moved));
     const BusyThreads busy;
     window->opening().locate(moved);
     awaitStage(Stage::Open);
@@ -139,12 +140,8 @@ TEST_F(PDFViewerWindowTrouble, LooksAtALocatedFileWithoutTheThreadsThatQtPaintsW
 TEST_F(PDFViewerWindowTrouble, TakesALocatedFileThoughAnotherPaperHasTheSameContent)
 {
     const QString moved = page("moved.pdf", "text");
-    const QString gone = library.folder.path(QStringLiteral("gone.pdf"));
     addPaper(QStringLiteral("another"), library.folder.path(QStringLiteral("another.pdf")), hashOf(moved));
-    addPaper(QStringLiteral("p"), gone, hashOf(moved));
-    PDFOpenRequest request = requestFor(gone);
-    request.paperId = QStringLiteral("p");
-    open(request);
+    openVanishedPaper(hashOf(moved));
     window->opening().locate(moved);
     awaitStage(Stage::Open);
     EXPECT_EQ(library.service.paperById(QStringLiteral("p")).result()->value().filepath, moved);
