@@ -3,6 +3,7 @@
 #include "store/Database.h"
 #include "store/PageRows.h"
 #include "store/PaperQueries.h"
+#include "store/TagQueries.h"
 
 namespace
 {
@@ -25,9 +26,7 @@ Result<void> writeRow(Database &database, const NewPaper &added)
 Result<void> writeTags(Database &database, const Paper &paper)
 {
     for (const QString &tag : paper.tags) {
-        const auto written = database.execute(
-            QStringLiteral("INSERT OR IGNORE INTO tags (paper_id, tag) VALUES (?, ?)"), {paper.id, tag});
-        if (!written)
+        if (const Result<void> written = insertTag(database, paper.id, tag); !written)
             return written;
     }
     return {};

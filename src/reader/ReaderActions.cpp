@@ -15,6 +15,9 @@ ReaderActions::ReaderActions(PDFKitView &view, PDFViewerController &controller, 
     makeViewActions();
     makeWindowActions();
     makeMoreMenu();
+    const QIcon blank = blankIcon();
+    for (const auto &[action, symbol] : m_symbols)
+        action->setIcon(blank);
     connectToView(controller);
 }
 
@@ -33,7 +36,6 @@ QAction *ReaderActions::add(const char *name, const QString &text, ReaderSymbol 
                             const QKeySequence &shortcut)
 {
     QAction *action = add(name, text, shortcut);
-    action->setIcon(blankIcon());
     m_symbols.emplace_back(action, symbol);
     return action;
 }

@@ -16,18 +16,14 @@ QFuture<Result<void>> NativeLibraryService::tagPaper(const QString &paperId, con
 
 QFuture<Result<void>> NativeLibraryService::addTag(const QString &paperId, const QString &tag)
 {
-    return changeTags(paperId, [paperId, tag](Database &database) {
-        return database.execute(QStringLiteral("INSERT OR IGNORE INTO tags (paper_id, tag) VALUES (?, ?)"),
-                                {paperId, tag});
-    });
+    return changeTags(paperId,
+                      [paperId, tag](Database &database) { return insertTag(database, paperId, tag); });
 }
 
 QFuture<Result<void>> NativeLibraryService::removeTag(const QString &paperId, const QString &tag)
 {
-    return changeTags(paperId, [paperId, tag](Database &database) {
-        return database.execute(QStringLiteral("DELETE FROM tags WHERE paper_id = ? AND tag = ?"),
-                                {paperId, tag});
-    });
+    return changeTags(paperId,
+                      [paperId, tag](Database &database) { return ::removeTag(database, paperId, tag); });
 }
 
 /// Publishes the paper again after the change, so that the desktop's search knows its tags.

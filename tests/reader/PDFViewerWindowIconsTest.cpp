@@ -28,19 +28,16 @@ protected:
         return found;
     }
 
+    static bool isBlank(const QAction *tool) { return tool->icon().availableSizes() == QList{QSize(1, 1)}; }
     bool areBlank() const
     {
         const QList<QAction *> all = tools();
-        return std::all_of(all.begin(), all.end(), [](const QAction *tool) {
-            return tool->icon().availableSizes() == QList{QSize(1, 1)};
-        });
+        return std::all_of(all.begin(), all.end(), isBlank);
     }
     bool areThere() const
     {
         const QList<QAction *> all = tools();
-        return std::none_of(all.begin(), all.end(), [](const QAction *tool) {
-            return tool->icon().availableSizes() == QList{QSize(1, 1)};
-        });
+        return std::none_of(all.begin(), all.end(), isBlank);
     }
 
     void awaitIcons()
